@@ -1,0 +1,7 @@
+#!/usr/bin/env bash
+# Builds everything and runs the whole test suite.
+set -euo pipefail
+root="$(cd "$(dirname "$0")/.." && pwd)"
+bash "$root/scripts/build.sh"
+cd "$root/build"
+ctest --output-on-failure -j"$(nproc)" --timeout 900

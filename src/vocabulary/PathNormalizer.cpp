@@ -1,0 +1,132 @@
+#include "vocabulary/PathNormalizer.h"
+
+#include "vocabulary/GmlGeometryTags.h"
+#include "vocabulary/PathIterator.h"
+#include "vocabulary/TagMaps.h"
+
+#include <cwctype>
+#include <regex>
+#include <string_view>
+
+namespace {
+
+// A feature and the property that holds it look alike in lower case; the maps know the
+// feature. When an element is followed by its own lower-case spelling, it is the property.
+struct PropertyPair {
+    wchar_t const* feature;
+    wchar_t const* next;
+    wchar_t const* property;
+};
+
+PropertyPair const PropertyPairs[] = {
+    {L"bldg:BuildingPart", L"bldg:buildingpart", L"bldg:buildingPart"},
+    {L"bldg:BuildingRoom", L"bldg:buildingroom", L"bldg:buildingRoom"},
+    {L"bldg:BuildingInstallation", L"bldg:buildinginstallation", L"bldg:buildingInstallation"},
+    {L"brid:BridgeInstallation", L"brid:bridgeinstallation", L"brid:bridgeInstallation"},
+    {L"trans:Section", L"trans:section", L"trans:section"},
+    {L"trans:Intersection", L"trans:intersection", L"trans:intersection"},
+    {L"trans:TrafficArea", L"trans:trafficarea", L"trans:trafficArea"},
+};
+
+bool hasRegexSyntax(std::wstring const& text) {
+    return text.find_first_of(L".^$|?*+()[]{}\\/") != std::wstring::npos;
+}
+
+// Replaces every match of `pattern` (read as an ECMAScript expression) in `work`. Patterns
+// without any special character match literally, which spares compiling a regex per tag.
+void replaceAll(std::wstring& work, std::wstring const& pattern, std::wstring_view name) {
+    if (hasRegexSyntax(pattern)) {
+        work = std::regex_replace(work, std::wregex(pattern, std::regex::ECMAScript),
+                                  std::wstring(name));
+        return;
+    }
+    if (pattern.empty())
+        return; // an empty pattern only matches empty text, and `name` is then empty too
+    std::wstring out;
+    std::size_t from = 0;
+    for (std::size_t at = work.find(pattern); at != std::wstring::npos;
+         at = work.find(pattern, from)) {
+        out.append(work, from, at - from);
+        out.append(name);
+        from = at + pattern.size();
+    }
+    out.append(work, from, std::wstring::npos);
+    work.swap(out);
+}
+
+// The LOD property's geometry name to its schema spelling: "bldg:lod2multisurface" gives
+// "bldg:lod2MultiSurface".
+std::wstring canonicalLodTag(std::wstring_view tag) {
+    std::wstring work(tag);
+    std::size_t const pos = work.find(L"lod");
+    if (pos == std::wstring::npos)
+        return work;
+    std::wstring suffix;
+    for (wchar_t c : work.substr(pos + 3)) {
+        if (!(c >= L'0' && c <= L'9'))
+            suffix.push_back(c);
+    }
+    std::wstring const gmlTag = L"gml:" + suffix;
+    std::wstring_view const canonical = canonicalGmlGeometryTag(gmlTag);
+    std::size_t const colon = canonical.find(L':');
+    std::wstring_view const name =
+        colon == std::wstring_view::npos ? canonical : canonical.substr(colon + 1);
+    if (name.empty() && suffix.empty())
+        return work;
+    replaceAll(work, suffix, name);
+    return work;
+}
+
+std::wstring lookUpTag(std::wstring_view tag) {
+    std::wstring const work = canonicalLodTag(tag);
+    if (work != tag)
+        return work;
+    std::wstring const key(tag);
+    auto hit = CityGML3Tags.find(key);
+    if (hit != CityGML3Tags.end())
+        return hit->second;
+    hit = CityGML2Tags.find(key);
+    if (hit != CityGML2Tags.end())
+        return hit->second;
+    return std::wstring(canonicalGmlGeometryTag(tag));
+}
+
+} // namespace
+
+std::wstring normalizeNodePath(std::wstring const& path) {
+    std::wstring result;
+    for (PathIterator it(path); !it.atEnd(); ++it) {
+        std::wstring tag = lookUpTag(it.tag);
+        PathIterator next = it;
+        ++next;
+        for (PropertyPair const& pair : PropertyPairs) {
+            if (tag == pair.feature && next.tag == pair.next) {
+                tag = pair.property;
+                break;
+            }
+        }
+        result.append(tag);
+        result.push_back(L'[');
+        result.append(it.id);
+        result.append(L"]\\");
+    }
+    return result;
+}
+
+bool detectCityGMLVersion(std::wstring const& path, int* version, int seed) {
+    *version = seed;
+    if (seed > 2)
+        return true;
+    for (PathIterator it(path); !it.atEnd(); ++it) {
+        std::wstring tag(it.tag);
+        for (wchar_t& c : tag)
+            c = static_cast<wchar_t>(std::towlower(static_cast<wint_t>(c)));
+        if (CityGML3Tags.count(tag) != 0) {
+            *version = 3;
+            return true;
+        }
+        if (CityGML2Tags.count(tag) != 0)
+            *version = 2;
+    }
+    return *version > 0;
+}

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kolt/Object.h"
+#include "kolt/Status.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -34,7 +35,7 @@ public:
     };
 
     // Status of createValidatedOptions for a value whose type differs from its default.
-    static constexpr int32_t STATUS_OPTION_TYPE = 45;
+    static constexpr Status STATUS_OPTION_TYPE = 45;
 
     virtual wchar_t const* getID() const = 0;
     virtual wchar_t const* getName() const = 0;
@@ -62,7 +63,7 @@ public:
     // STATUS_OPTION_TYPE and the message is logged, without it std::invalid_argument is thrown.
     // `status` is set to 0 on success.
     virtual void createValidatedOptions(AttributeMap const* options, AttributeMap const** validated,
-                                        int32_t* status) const = 0;
+                                        Status* status) const = 0;
 
 protected:
     EncoderInfo() = default;

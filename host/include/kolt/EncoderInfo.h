@@ -34,9 +34,6 @@ public:
         double rangeMax = 0.0;
     };
 
-    // Status of createValidatedOptions for a value whose type differs from its default.
-    static constexpr Status STATUS_OPTION_TYPE = 45;
-
     virtual wchar_t const* getID() const = 0;
     virtual wchar_t const* getName() const = 0;
     virtual wchar_t const* getDescription() const = 0;
@@ -60,7 +57,9 @@ public:
     // type match a default, then corrected by the validator. `*validated` receives the map (owned
     // by the caller, released with destroy()) or null on failure. A value of another type than
     // its default is an error naming the key: with `status` given it is set to
-    // STATUS_OPTION_TYPE and the message is logged, without it std::invalid_argument is thrown.
+    // STATUS_KEY_TYPE_MISMATCH and the message is logged, without it koltx::StatusException is
+    // thrown with the message. A validator that throws fails the same way (STATUS_UNSPECIFIED_ERROR
+    // unless it threw a koltx::StatusException).
     // `status` is set to 0 on success.
     virtual void createValidatedOptions(AttributeMap const* options, AttributeMap const** validated,
                                         Status* status) const = 0;

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <citygml/CityObject.h>
+#include <citygml/FeatureObject.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace citygml {
+
+// The whole document: root city objects in document order plus the model's own envelope.
+class CityModel : public FeatureObject {
+public:
+    CityModel();
+
+    std::vector<CityObject const*> getRootCityObjects() const;
+    unsigned int getNumRootCityObjects() const { return static_cast<unsigned int>(m_roots.size()); }
+    CityObject const& getRootCityObject(unsigned int i) const { return *m_roots.at(i); }
+
+    // Every appearance theme of the document, sorted.
+    std::vector<std::string> const& themes() const { return m_themes; }
+    // Namespace URI of the CityGML core module the document uses; tells the version.
+    std::string const& getCityGMLNamespace() const { return m_coreNamespace; }
+    // 1, 2 or 3; 0 when no CityGML namespace was seen.
+    int getCityGMLVersion() const { return m_version; }
+
+private:
+    friend class ModelBuilder;
+    std::vector<std::unique_ptr<CityObject>> m_roots;
+    std::vector<std::string> m_themes;
+    std::string m_coreNamespace;
+    int m_version = 0;
+};
+
+} // namespace citygml

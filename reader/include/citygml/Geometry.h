@@ -1,0 +1,64 @@
+#pragma once
+
+#include <citygml/AppearanceTarget.h>
+#include <citygml/HierarchyTracker.h>
+#include <citygml/Polygon.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace citygml {
+
+// A GML geometry aggregate (gml:Solid, gml:MultiSurface, ...). Geometries written inside it are
+// its child geometries; polygons shared through xlink:href appear in every referring geometry.
+class Geometry : public AppearanceTarget, public HierarchyTracker {
+public:
+    enum class GeometryType {
+        GT_Unknown,
+        GT_Solid,
+        GT_CompositeSolid,
+        GT_MultiSolid,
+        GT_MultiSurface,
+        GT_CompositeSurface,
+        GT_Shell,
+        GT_Surface,
+        GT_TriangulatedSurface,
+        GT_Tin,
+        GT_PolyhedralSurface,
+        GT_OrientableSurface,
+        GT_MultiGeometry,
+        GT_MultiCurve,
+        GT_CompositeCurve,
+        GT_MultiPoint,
+        GT_Polygon // a polygon that a feature property holds without an aggregate
+    };
+
+    Geometry(std::string id, GeometryType type, unsigned int lod);
+
+    GeometryType getType() const { return m_type; }
+    // Canonical tag of the element, e.g. "gml:multisurface".
+    std::string const& getTypeAsString() const { return *m_tag; }
+    unsigned int getLOD() const { return m_lod; }
+    std::string const& getSRSName() const { return m_srsName; }
+
+    unsigned int getPolygonsCount() const { return static_cast<unsigned int>(m_polygons.size()); }
+    std::shared_ptr<Polygon const> getPolygon(unsigned int i) const { return m_polygons.at(i); }
+
+    unsigned int getGeometriesCount() const { return static_cast<unsigned int>(m_children.size()); }
+    Geometry const& getGeometry(unsigned int i) const { return *m_children.at(i); }
+
+protected:
+    std::string const& trackedId() const override { return getId(); }
+
+private:
+    friend class ModelBuilder;
+    GeometryType m_type;
+    unsigned int m_lod;
+    std::string const* m_tag; // points into a static table
+    std::string m_srsName;
+    std::vector<std::shared_ptr<Polygon>> m_polygons;
+    std::vector<std::unique_ptr<Geometry>> m_children;
+};
+
+} // namespace citygml

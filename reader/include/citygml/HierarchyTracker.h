@@ -1,0 +1,35 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+namespace citygml {
+
+class CityGMLLogger;
+class PathIndex;
+
+// Knows the element path of every city object and geometry of one model. CityObject and Geometry
+// inherit it, so `object.getNodeStackPath(object.getId(), nullptr)` gives the object's own path.
+class HierarchyTracker {
+public:
+    virtual ~HierarchyTracker() = default;
+
+    // Elements from the enclosing object (exclusive) down to the one with `id` (inclusive), each
+    // as "tag[id]\" or "tag\"; a root object's path is its own element; a geometry nested in
+    // another geometry has its own element alone. Empty for an unknown id.
+    std::string getNodeStackPath(std::string const& id,
+                                 std::shared_ptr<CityGMLLogger> logger) const;
+
+    // This element's own path, stored once.
+    std::string const& getOwnNodeStackPath() const { return m_path; }
+
+protected:
+    friend class ModelBuilder;
+    std::string m_path;
+    // Shared by every tracker of a model; answers for ids other than this element's.
+    std::shared_ptr<PathIndex const> m_index;
+    // Id the stored path belongs to (the owning object's id).
+    virtual std::string const& trackedId() const = 0;
+};
+
+} // namespace citygml

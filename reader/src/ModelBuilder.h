@@ -1,0 +1,136 @@
+#pragma once
+
+#include "SaxHandler.h"
+#include "Vocabulary.h"
+
+#include <citygml/CityGMLLogger.h>
+#include <citygml/CityModel.h>
+#include <citygml/ParserParams.h>
+#include <citygml/TesselatorBase.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace citygml {
+
+enum class ElementSym : unsigned char;
+
+// Turns the parser's events into a CityModel in one pass; references by id (shared polygons,
+// appearance targets) are resolved in finish(), after the whole document has been read.
+class ModelBuilder : public SaxHandler {
+public:
+    ModelBuilder(ParserParams const& params, std::shared_ptr<TesselatorBase> tesselator,
+                 std::shared_ptr<CityGMLLogger> logger);
+    ~ModelBuilder() override;
+
+    void startElement(char const* localName, char const* prefix, char const* uri,
+                      XmlAttribute const* attributes, int count) override;
+    void endElement() override;
+    void characters(char const* text, std::size_t length) override;
+
+    std::shared_ptr<CityModel> finish();
+
+private:
+    using Sym = ElementSym;
+    struct ElementInfo;
+    struct Frame;
+    struct ObjectFrame;
+    struct SurfaceData;
+    struct PendingTarget;
+    struct GenericAttribute;
+    struct SharedPolygonRef;
+    struct ThemeLink;
+    struct Key {
+        char const* localName;
+        char const* prefix;
+        char const* uri;
+        bool operator==(Key const& o) const {
+            return localName == o.localName && prefix == o.prefix && uri == o.uri;
+        }
+    };
+    struct KeyHash {
+        std::size_t operator()(Key const& k) const {
+            std::hash<void const*> h;
+            return (h(k.localName) * 31 + h(k.prefix)) * 31 + h(k.uri);
+        }
+    };
+
+    ElementInfo const& lookup(char const* localName, char const* prefix, char const* uri);
+    std::string newId();
+    void warn(std::string const& message) const;
+    void startText(std::size_t depth);
+    bool takeText(std::size_t depth, std::string& out);
+
+    void startCityObject(ElementInfo const& info, std::string id);
+    bool startGeometry(ElementInfo const& info, std::string id, std::string_view srsName);
+    bool startPolygon(ElementInfo const& info, std::string id);
+    void endPolygon();
+    void endRing();
+    void addRingCoordinates(std::string_view text, int dimension, int tupleDimension);
+    void endEnvelopePosition(Sym sym, std::string_view text);
+    void endGenericAttribute();
+    void endTarget(Frame const& frame, std::string_view text);
+    void flushPendingTarget();
+    static std::string_view stripHashText(std::string_view s);
+
+    static void assign(AppearanceTarget& target, std::string const& theme, bool front,
+                       std::shared_ptr<TextureTargetDefinition> const& texture,
+                       std::shared_ptr<MaterialTargetDefinition> const& material);
+    static void assignToGeometry(Geometry& g, std::string const& theme, bool front,
+                                 std::shared_ptr<TextureTargetDefinition> const& texture,
+                                 std::shared_ptr<MaterialTargetDefinition> const& material);
+    void resolveSharedPolygons();
+    void resolveAppearances();
+    void indexPaths();
+
+    ParserParams m_params;
+    std::shared_ptr<TesselatorBase> m_tesselator;
+    std::shared_ptr<CityGMLLogger> m_logger;
+    std::shared_ptr<CityModel> m_model;
+    std::shared_ptr<PathIndex> m_pathIndex;
+
+    std::unordered_map<Key, std::unique_ptr<ElementInfo>, KeyHash> m_infos;
+    std::vector<Frame> m_frames;
+    std::size_t m_skipDepth = 0;
+    std::string m_path;
+    std::size_t m_idCounter = 0;
+
+    bool m_collect = false;
+    std::size_t m_textDepth = 0;
+    std::string m_text;
+    std::vector<double> m_numbers;
+
+    std::vector<ObjectFrame> m_objects;
+    std::vector<std::pair<Geometry*, std::size_t>> m_geometries; // with frame index
+    std::shared_ptr<Polygon> m_polygon;
+    bool m_inRing = false;
+    bool m_ringExterior = false;
+    bool m_ringBad = false;
+    std::string m_ringId;
+    std::vector<TVec3d> m_ringVertices;
+    FeatureObject* m_envelopeOwner = nullptr;
+    int m_envelopeCorner = 0;
+
+    std::vector<GenericAttribute> m_generic;
+
+    std::vector<SurfaceData> m_surfaceData;
+    std::unordered_map<std::string, std::size_t> m_surfaceDataById;
+    std::vector<std::size_t> m_appearanceData;
+    std::vector<std::string> m_appearanceRefs;
+    std::string m_theme;
+    bool m_inAppearance = false;
+    long m_currentData = -1;
+    std::unique_ptr<PendingTarget> m_pending;
+    std::vector<ThemeLink> m_themeLinks;
+
+    std::unordered_map<std::string_view, std::shared_ptr<Polygon>> m_polygonsById;
+    std::unordered_map<std::string_view, Geometry*> m_geometriesById;
+    std::vector<SharedPolygonRef> m_sharedRefs;
+    std::string m_documentSrsName;
+    int m_polygonsDropped = 0;
+};
+
+} // namespace citygml

@@ -1,0 +1,310 @@
+// The second half of ModelBuilder: geometry closing steps and the resolution of references by id
+// once the whole document has been read.
+#include "ModelBuilder.h"
+
+#include "ModelBuilderTypes.h"
+#include "Numbers.h"
+#include "PathIndex.h"
+
+#include <algorithm>
+#include <map>
+
+namespace citygml {
+
+void ModelBuilder::addRingCoordinates(std::string_view text, int dimension, int tupleDimension) {
+    if (m_ringBad)
+        return;
+    if (tupleDimension == 0 || tupleDimension == -1) {
+        m_numbers.clear();
+        if (!Numbers::parseList(text, m_numbers)) {
+            m_ringBad = true;
+            return;
+        }
+        // A single gml:pos says its own dimension by its length.
+        if (tupleDimension == -1)
+            dimension = static_cast<int>(m_numbers.size());
+    }
+    if ((dimension != 2 && dimension != 3) ||
+        m_numbers.size() % static_cast<std::size_t>(dimension))
+        m_ringBad = true;
+    if (m_ringBad)
+        return;
+    for (std::size_t i = 0; i < m_numbers.size(); i += static_cast<std::size_t>(dimension))
+        m_ringVertices.emplace_back(m_numbers[i], m_numbers[i + 1],
+                                    dimension == 3 ? m_numbers[i + 2] : 0.0);
+}
+
+void ModelBuilder::endRing() {
+    m_inRing = false;
+    if (m_ringBad) {
+        warn("ring '" + m_ringId + "' has unreadable coordinates and is dropped");
+        return;
+    }
+    if (!m_ringVertices.empty() && m_ringVertices.back() != m_ringVertices.front())
+        m_ringVertices.push_back(m_ringVertices.front());
+    if (m_ringVertices.size() < 4) {
+        warn("ring '" + m_ringId + "' has fewer than 4 positions and is dropped");
+        return;
+    }
+    if (m_ringExterior && m_polygon->m_exterior) {
+        warn("polygon '" + m_polygon->getId() + "' has a second exterior ring; it is ignored");
+        return;
+    }
+    auto ring = std::make_shared<LinearRing>(std::move(m_ringId), m_ringExterior);
+    ring->m_vertices.assign(m_ringVertices.begin(), m_ringVertices.end());
+    if (m_ringExterior)
+        m_polygon->m_exterior = std::move(ring);
+    else
+        m_polygon->m_interior.push_back(std::move(ring));
+    m_ringId.clear();
+}
+
+void ModelBuilder::endPolygon() {
+    std::shared_ptr<Polygon> polygon = std::move(m_polygon);
+    m_polygon.reset();
+    m_inRing = false;
+    if (!polygon->m_exterior) {
+        warn("polygon '" + polygon->getId() + "' has no usable exterior ring and is dropped");
+        ++m_polygonsDropped;
+        return;
+    }
+    if (m_params.tesselate && m_tesselator) {
+        std::vector<TVec3d> vertices;
+        std::vector<unsigned int> sizes;
+        auto add = [&](LinearRing const& r) {
+            auto const& v = r.getVertices();
+            vertices.insert(vertices.end(), v.begin(), v.end() - 1);
+            sizes.push_back(static_cast<unsigned int>(v.size() - 1));
+        };
+        add(*polygon->m_exterior);
+        for (auto const& r : polygon->m_interior)
+            add(*r);
+        polygon->m_indices = m_tesselator->triangulate(vertices, sizes);
+    }
+    if (!polygon->hasGeneratedId())
+        m_polygonsById.emplace(polygon->getId(), polygon);
+    if (!m_geometries.empty())
+        m_geometries.back().first->m_polygons.push_back(std::move(polygon));
+}
+
+void ModelBuilder::endEnvelopePosition(Sym sym, std::string_view text) {
+    std::vector<double> v;
+    int dim = 0;
+    bool ok = sym == Sym::Coordinates ? Numbers::parseCoordinates(text, ',', ' ', '.', v, dim)
+                                      : Numbers::parseList(text, v);
+    if (!ok) {
+        warn("unreadable envelope corner '" + std::string(text) + "'");
+        return;
+    }
+    Envelope& e = m_envelopeOwner->m_envelope;
+    auto corner = [&](std::size_t at, TVec3d& out, bool& has) {
+        out = TVec3d(v[at], v[at + 1], dim == 3 ? v[at + 2] : 0.0);
+        has = true;
+    };
+    if (sym != Sym::Coordinates)
+        dim = static_cast<int>(v.size());
+    if (dim != 2 && dim != 3) {
+        warn("envelope corner without 2 or 3 values");
+        return;
+    }
+    if (sym == Sym::LowerCorner)
+        corner(0, e.m_lower, e.m_hasLower);
+    else if (sym == Sym::UpperCorner)
+        corner(0, e.m_upper, e.m_hasUpper);
+    else if (sym == Sym::Pos)
+        m_envelopeCorner++ == 0 ? corner(0, e.m_lower, e.m_hasLower)
+                                : corner(0, e.m_upper, e.m_hasUpper);
+    else if (v.size() == static_cast<std::size_t>(2 * dim)) {
+        corner(0, e.m_lower, e.m_hasLower);
+        corner(static_cast<std::size_t>(dim), e.m_upper, e.m_hasUpper);
+    }
+}
+
+void ModelBuilder::endGenericAttribute() {
+    if (m_generic.empty())
+        return;
+    GenericAttribute g = std::move(m_generic.back());
+    m_generic.pop_back();
+    if (g.isSet || g.name.empty())
+        return;
+    FeatureObject* owner =
+        m_objects.empty() ? static_cast<FeatureObject*>(m_model.get()) : m_objects.back().object;
+    owner->m_attributes[g.name] = AttributeValue(std::move(g.value), g.type);
+}
+
+void ModelBuilder::endTarget(Frame const& frame, std::string_view text) {
+    if (frame.ownsPending) {
+        flushPendingTarget();
+        return;
+    }
+    std::string id = frame.href.empty() ? std::string(stripHashText(text)) : frame.href;
+    if (id.empty() || m_currentData < 0)
+        return;
+    if (m_pending) {
+        m_pending->targetId = std::move(id);
+        return;
+    }
+    SurfaceData& sd = m_surfaceData[static_cast<std::size_t>(m_currentData)];
+    if (sd.material)
+        sd.materialTargets.push_back(std::move(id));
+    else
+        sd.textureTargets.push_back(
+            std::make_shared<TextureTargetDefinition>(std::move(id), sd.texture, newId()));
+}
+
+void ModelBuilder::flushPendingTarget() {
+    std::unique_ptr<PendingTarget> pending = std::move(m_pending);
+    if (!pending || m_currentData < 0 || pending->targetId.empty())
+        return;
+    SurfaceData& sd = m_surfaceData[static_cast<std::size_t>(m_currentData)];
+    if (!sd.texture)
+        return;
+    auto def = std::make_shared<TextureTargetDefinition>(std::move(pending->targetId), sd.texture,
+                                                         newId());
+    def->m_coords = std::move(pending->coords);
+    sd.textureTargets.push_back(std::move(def));
+}
+
+std::string_view ModelBuilder::stripHashText(std::string_view s) {
+    s = Numbers::trim(s);
+    if (auto hash = s.find('#'); hash != std::string_view::npos)
+        s.remove_prefix(hash + 1);
+    return s;
+}
+
+void ModelBuilder::resolveSharedPolygons() {
+    std::vector<Geometry*> touched;
+    for (auto& ref : m_sharedRefs) {
+        auto it = m_polygonsById.find(ref.polygonId);
+        if (it != m_polygonsById.end())
+            ref.geometry->m_polygons[ref.slot] = it->second;
+        else
+            warn("shared polygon '" + ref.polygonId + "' is not in the document");
+        touched.push_back(ref.geometry);
+    }
+    std::sort(touched.begin(), touched.end());
+    touched.erase(std::unique(touched.begin(), touched.end()), touched.end());
+    for (Geometry* g : touched)
+        g->m_polygons.erase(std::remove(g->m_polygons.begin(), g->m_polygons.end(), nullptr),
+                            g->m_polygons.end());
+}
+
+void ModelBuilder::assign(AppearanceTarget& target, std::string const& theme, bool front,
+                          std::shared_ptr<TextureTargetDefinition> const& texture,
+                          std::shared_ptr<MaterialTargetDefinition> const& material) {
+    for (auto const& a : target.m_assignments)
+        if (a.front == front && a.theme == theme &&
+            ((texture && a.texture) || (material && a.material)))
+            return;
+    target.m_assignments.push_back({theme, front, texture, material});
+}
+
+void ModelBuilder::assignToGeometry(Geometry& g, std::string const& theme, bool front,
+                                    std::shared_ptr<TextureTargetDefinition> const& texture,
+                                    std::shared_ptr<MaterialTargetDefinition> const& material) {
+    assign(g, theme, front, texture, material);
+    for (auto const& p : g.m_polygons)
+        assign(*p, theme, front, texture, material);
+    for (auto const& c : g.m_children)
+        assignToGeometry(*c, theme, front, texture, material);
+}
+
+void ModelBuilder::resolveAppearances() {
+    struct Resolved {
+        SurfaceData* data;
+        std::string const* theme;
+    };
+    std::vector<Resolved> links;
+    std::vector<std::string> themes;
+    for (auto& link : m_themeLinks) {
+        std::size_t index = link.data;
+        if (index == SIZE_MAX) {
+            auto it = m_surfaceDataById.find(link.dataId);
+            if (it == m_surfaceDataById.end()) {
+                warn("surface data '" + link.dataId + "' is not in the document");
+                continue;
+            }
+            index = it->second;
+        }
+        SurfaceData& sd = m_surfaceData[index];
+        Appearance* app = sd.material ? static_cast<Appearance*>(sd.material.get())
+                                      : static_cast<Appearance*>(sd.texture.get());
+        if (std::find(app->m_themes.begin(), app->m_themes.end(), link.theme) ==
+            app->m_themes.end())
+            app->m_themes.push_back(link.theme);
+        themes.push_back(link.theme);
+        links.push_back({&sd, &link.theme});
+    }
+    std::sort(themes.begin(), themes.end());
+    themes.erase(std::unique(themes.begin(), themes.end()), themes.end());
+    m_model->m_themes = std::move(themes);
+
+    std::map<std::pair<SurfaceData const*, std::string>, std::shared_ptr<MaterialTargetDefinition>>
+        materialDefs;
+    auto materialDef = [&](SurfaceData& sd, std::string const& target) {
+        auto& def = materialDefs[{&sd, target}];
+        if (!def)
+            def = std::make_shared<MaterialTargetDefinition>(target, sd.material, newId());
+        return def;
+    };
+    // Polygons named directly come first, so a polygon's own appearance beats its geometry's.
+    for (int pass = 0; pass < 2; ++pass) {
+        for (auto const& link : links) {
+            SurfaceData& sd = *link.data;
+            bool front = sd.material ? sd.material->isFront() : sd.texture->isFront();
+            auto apply = [&](std::string const& target,
+                             std::shared_ptr<TextureTargetDefinition> const& tex, bool material) {
+                if (pass == 0) {
+                    auto p = m_polygonsById.find(target);
+                    if (p != m_polygonsById.end())
+                        assign(*p->second, *link.theme, front, tex,
+                               material ? materialDef(sd, target) : nullptr);
+                    return;
+                }
+                if (m_polygonsById.count(target))
+                    return;
+                auto g = m_geometriesById.find(target);
+                if (g != m_geometriesById.end())
+                    assignToGeometry(*g->second, *link.theme, front, tex,
+                                     material ? materialDef(sd, target) : nullptr);
+                else
+                    warn("appearance target '" + target + "' is not a polygon or geometry");
+            };
+            for (auto const& def : sd.textureTargets)
+                apply(def->getTargetID(), def, false);
+            for (auto const& target : sd.materialTargets)
+                apply(target, nullptr, true);
+        }
+    }
+}
+
+void ModelBuilder::indexPaths() {
+    auto& trackers = m_pathIndex->trackers;
+    auto addGeometry = [&](auto& self, Geometry const& g) -> void {
+        trackers.emplace(g.getId(), &g);
+        for (auto const& c : g.m_children)
+            self(self, *c);
+    };
+    auto addObject = [&](auto& self, CityObject const& o) -> void {
+        trackers.emplace(o.getId(), &o);
+        for (auto const& c : o.m_children)
+            self(self, *c);
+        for (auto const& g : o.m_geometries)
+            addGeometry(addGeometry, *g);
+    };
+    for (auto const& r : m_model->m_roots)
+        addObject(addObject, *r);
+}
+
+std::shared_ptr<CityModel> ModelBuilder::finish() {
+    resolveSharedPolygons();
+    resolveAppearances();
+    if (m_model->m_envelope.m_srsName.empty())
+        m_model->m_envelope.m_srsName = m_documentSrsName;
+    indexPaths();
+    m_polygonsById.clear();
+    m_geometriesById.clear();
+    return std::move(m_model);
+}
+
+} // namespace citygml

@@ -1,0 +1,132 @@
+#pragma once
+
+#include "ModelBuilder.h"
+
+#include <citygml/AttributeValue.h>
+#include <citygml/Material.h>
+#include <citygml/Texture.h>
+#include <citygml/TextureTargetDefinition.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace citygml {
+
+// Records private to ModelBuilder, kept apart so its header stays readable.
+enum class ElementSym : unsigned char {
+    None,
+    SimpleProperty,
+    Implicit,
+    CityModel,
+    CityObject,
+    Geometry,
+    Polygon,
+    LinearRing,
+    Exterior,
+    Interior,
+    Pos,
+    PosList,
+    Coordinates,
+    BoundedBy,
+    Envelope,
+    LowerCorner,
+    UpperCorner,
+    GenericAttribute,
+    GenericSet,
+    GenericName,
+    GenericValue,
+    DemLod,
+    Appearance,
+    Theme,
+    SurfaceDataMember,
+    X3DMaterial,
+    ParameterizedTexture,
+    GeoreferencedTexture,
+    ImageUri,
+    MimeType,
+    WrapMode,
+    IsFront,
+    Target,
+    TextureCoordinates,
+    TextureAssociation,
+    DiffuseColor,
+    EmissiveColor,
+    SpecularColor,
+    AmbientIntensity,
+    Shininess,
+    Transparency,
+    IsSmooth,
+};
+
+struct ModelBuilder::ElementInfo {
+    std::string localName;
+    std::string prefix;
+    std::string uri;
+    NamespaceInfo ns;
+    std::string tag; // canonical prefix + ":" + lower-case local name
+    std::string const* internedTag = nullptr;
+    Sym sym = Sym::None;
+    signed char lod = -1; // N of a "lodN..." property
+    CityObject::CityObjectsType objectType = CityObject::CityObjectsType::COT_Unknown;
+    Geometry::GeometryType geometryType = Geometry::GeometryType::GT_Unknown;
+    AttributeType attributeType = AttributeType::String;
+};
+
+struct ModelBuilder::Frame {
+    ElementInfo const* info = nullptr;
+    Sym sym = Sym::None;
+    signed char lod = -1;
+    signed char dimension = 3;
+    char cs = ',';
+    char ts = ' ';
+    char decimal = '.';
+    bool ownsPending = false;
+    bool ownsWrapper = false;
+    std::size_t pathStart = 0;
+    std::size_t pathEnd = 0;
+    std::string href;
+};
+
+struct ModelBuilder::ObjectFrame {
+    CityObject* object;
+    std::size_t frame;
+    int reliefLod;
+    std::string firstSrsName;
+};
+
+struct ModelBuilder::SurfaceData {
+    std::shared_ptr<Material> material;
+    std::shared_ptr<Texture> texture;
+    std::vector<std::shared_ptr<TextureTargetDefinition>> textureTargets;
+    std::vector<std::string> materialTargets;
+};
+
+struct ModelBuilder::PendingTarget {
+    std::string targetId;
+    std::vector<std::shared_ptr<TextureCoordinates>> coords;
+};
+
+struct ModelBuilder::GenericAttribute {
+    std::string name;
+    std::string value;
+    AttributeType type = AttributeType::String;
+    bool isSet = false;
+    std::size_t depth = 0;
+};
+
+// An xlink:href surface member: a slot in `geometry`'s polygon list to fill after the read.
+struct ModelBuilder::SharedPolygonRef {
+    Geometry* geometry;
+    std::size_t slot;
+    std::string polygonId;
+};
+
+// Surface data `data` (or the one with id `dataId`) applies in `theme`.
+struct ModelBuilder::ThemeLink {
+    std::size_t data;
+    std::string dataId;
+    std::string theme;
+};
+
+} // namespace citygml

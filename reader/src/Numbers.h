@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+namespace citygml {
+
+// Number reading for coordinate lists, with std::from_chars and no locale.
+class Numbers {
+public:
+    // Appends every whitespace-separated number of `text`; false at the first token that is not
+    // a complete number (what was read before stays appended).
+    static bool parseList(std::string_view text, std::vector<double>& out);
+    // gml:coordinates: tuples separated by `ts`, values by `cs`, `decimal` as decimal mark.
+    // Gives the values flat and the number of values per tuple in `dimension` (0 if they vary).
+    static bool parseCoordinates(std::string_view text, char cs, char ts, char decimal,
+                                 std::vector<double>& out, int& dimension);
+    static bool parseOne(std::string_view token, double& value);
+    static std::string_view trim(std::string_view text);
+};
+
+} // namespace citygml

@@ -1,0 +1,16 @@
+#include <citygml/Object.h>
+
+namespace citygml {
+
+Object::Object(std::string id) : m_id(std::move(id)) {}
+
+AttributeValue const* Object::getAttribute(std::string const& name) const {
+    auto it = m_attributes.find(name);
+    return it == m_attributes.end() ? nullptr : &it->second;
+}
+
+bool Object::hasGeneratedId() const {
+    return m_id.compare(0, 8, "__kolt_ ") == 0;
+}
+
+} // namespace citygml

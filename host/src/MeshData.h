@@ -1,0 +1,52 @@
+#pragma once
+
+#include "koltx/Material.h"
+#include "koltx/Mesh.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace koltx {
+
+// A mesh in editable flat arrays, the working form of the encode preparation. Faces own ranges
+// of `indices` through `faceOffsets`; per UV set each face owns a range of UV indices, empty or
+// as long as its vertex range.
+struct MeshData {
+    struct UVSet {
+        std::vector<double> coords;
+        std::vector<uint32_t> faceOffsets{0};
+        std::vector<uint32_t> indices;
+    };
+
+    std::wstring name;
+    std::vector<double> coords;
+    std::vector<uint32_t> faceOffsets{0};
+    std::vector<uint32_t> indices;
+    std::vector<UVSet> uvSets;
+    std::vector<uint32_t> holeOffsets{0};
+    std::vector<uint32_t> holes;
+    std::vector<uint32_t> faceMaterials;
+    std::vector<std::shared_ptr<Material>> materials;
+
+    static MeshData fromMesh(Mesh const& mesh);
+    std::shared_ptr<Mesh> toMesh() const;
+
+    uint32_t faceCount() const { return static_cast<uint32_t>(faceOffsets.size() - 1); }
+    uint32_t vertexCount() const { return static_cast<uint32_t>(coords.size() / 3); }
+    bool hasHoles() const { return !holes.empty(); }
+
+    // Column-major 4x4 matrix, applied to every vertex.
+    void transform(std::array<double, 16> const& matrix);
+    // Appends the faces of `other`; its materials join this mesh's list, equal pointers once.
+    void append(MeshData const& other);
+    // Joins vertices closer than `tolerance` and drops indices that then repeat their
+    // predecessor within a face, unless the face would keep fewer than three.
+    void mergeVertices(double tolerance);
+    // Drops UV coordinates that no face uses and joins exact duplicates.
+    void cleanupUVs();
+};
+
+} // namespace koltx

@@ -1,0 +1,132 @@
+#include "VertexMerger.h"
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+namespace koltx {
+
+namespace {
+
+constexpr uint32_t EMPTY = std::numeric_limits<uint32_t>::max();
+
+uint64_t bits(double value) {
+    value += 0.0; // -0.0 and 0.0 are one key
+    uint64_t out;
+    std::memcpy(&out, &value, sizeof out);
+    return out;
+}
+
+uint64_t hashCell(double x, double y, double z) {
+    uint64_t h = bits(x) * 0x9E3779B97F4A7C15ull;
+    h ^= bits(y) + 0x7F4A7C159E3779B9ull + (h << 6) + (h >> 2);
+    h ^= bits(z) + 0x94D049BB133111EBull + (h << 6) + (h >> 2);
+    h ^= h >> 31;
+    h *= 0xBF58476D1CE4E5B9ull;
+    return h ^ (h >> 29);
+}
+
+bool sameCell(double const* a, double const* b) {
+    return bits(a[0]) == bits(b[0]) && bits(a[1]) == bits(b[1]) && bits(a[2]) == bits(b[2]);
+}
+
+} // namespace
+
+uint32_t VertexMerger::merge(std::vector<double> const& coords, double tolerance,
+                             std::vector<uint32_t>& remap, std::vector<double>& merged) {
+    size_t const count = coords.size() / 3;
+    remap.assign(count, 0);
+    merged.clear();
+    merged.reserve(coords.size());
+    if (count == 0)
+        return 0;
+
+    double const inverse = tolerance > 0.0 ? 1.0 / (2.0 * tolerance) : 0.0;
+    bool const exact = !(inverse > 0.0) || std::isinf(inverse);
+    double const tolerance2 = tolerance * tolerance;
+
+    // Cell of a point: its coordinates themselves when exact, else the floored cell numbers.
+    auto cellOf = [&](double const* p, double* cell) {
+        for (int a = 0; a < 3; ++a)
+            cell[a] = exact ? p[a] + 0.0 : std::floor(p[a] * inverse) + 0.0;
+    };
+
+    size_t capacity = 16;
+    while (capacity < count * 2)
+        capacity <<= 1;
+    size_t const mask = capacity - 1;
+    // Slot -> first representative of the cell; chains continue through `next`.
+    std::vector<uint32_t> slots(capacity, EMPTY);
+    std::vector<uint32_t> next;
+    next.reserve(count);
+
+    auto findSlot = [&](double const* cell) -> size_t {
+        size_t slot = hashCell(cell[0], cell[1], cell[2]) & mask;
+        for (;;) {
+            uint32_t const head = slots[slot];
+            if (head == EMPTY)
+                return slot;
+            double headCell[3];
+            cellOf(&merged[size_t(head) * 3], headCell);
+            if (sameCell(headCell, cell))
+                return slot;
+            slot = (slot + 1) & mask;
+        }
+    };
+
+    for (size_t i = 0; i < count; ++i) {
+        double const* p = &coords[i * 3];
+        uint32_t found = EMPTY;
+        if (exact) {
+            double cell[3];
+            cellOf(p, cell);
+            uint32_t const head = slots[findSlot(cell)];
+            if (head != EMPTY)
+                found = head;
+        } else {
+            double lo[3], hi[3];
+            for (int a = 0; a < 3; ++a) {
+                lo[a] = std::floor((p[a] - tolerance) * inverse) + 0.0;
+                hi[a] = std::floor((p[a] + tolerance) * inverse) + 0.0;
+            }
+            double best = tolerance2;
+            double cell[3];
+            for (cell[0] = lo[0]; cell[0] <= hi[0]; cell[0] += 1.0) {
+                for (cell[1] = lo[1]; cell[1] <= hi[1]; cell[1] += 1.0) {
+                    for (cell[2] = lo[2]; cell[2] <= hi[2]; cell[2] += 1.0) {
+                        for (uint32_t r = slots[findSlot(cell)]; r != EMPTY; r = next[r]) {
+                            double const* q = &merged[size_t(r) * 3];
+                            double const dx = p[0] - q[0], dy = p[1] - q[1], dz = p[2] - q[2];
+                            double const d2 = dx * dx + dy * dy + dz * dz;
+                            if (d2 < best || (found == EMPTY && d2 == 0.0)) {
+                                best = d2;
+                                found = r;
+                            }
+                        }
+                        if (cell[2] + 1.0 == cell[2])
+                            break; // beyond the precision of doubles, neighbours coincide
+                    }
+                    if (cell[1] + 1.0 == cell[1])
+                        break;
+                }
+                if (cell[0] + 1.0 == cell[0])
+                    break;
+            }
+        }
+        if (found != EMPTY) {
+            remap[i] = found;
+            continue;
+        }
+        uint32_t const index = static_cast<uint32_t>(next.size());
+        merged.insert(merged.end(), p, p + 3);
+        double cell[3];
+        cellOf(p, cell);
+        size_t const slot = findSlot(cell);
+        next.push_back(slots[slot]);
+        slots[slot] = index;
+        remap[i] = index;
+    }
+    return static_cast<uint32_t>(next.size());
+}
+
+} // namespace koltx

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace koltx {
+class Material;
+class Mesh;
+} // namespace koltx
+
+namespace gml {
+
+class XmlWriter;
+
+// One surface data entry of the document's appearance. It refers to polygons by their ids.
+class AppearanceMemberNode {
+public:
+    explicit AppearanceMemberNode(std::wstring_view name) : name(name) {}
+    virtual ~AppearanceMemberNode() = default;
+
+    // Whether this member already stands for `material`, so that it can be reused.
+    virtual bool matches(const std::shared_ptr<koltx::Material>& material) const = 0;
+    virtual void addTarget(const std::wstring& polygonId, const std::wstring& ringId,
+                           const std::shared_ptr<koltx::Mesh>& mesh, std::uint32_t faceIndex) = 0;
+    virtual void write(XmlWriter& writer) = 0;
+
+    std::wstring name;
+};
+
+} // namespace gml

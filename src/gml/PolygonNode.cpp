@@ -1,0 +1,74 @@
+#include "gml/PolygonNode.h"
+
+#include "gml/Identifiers.h"
+#include "gml/XmlWriter.h"
+
+#include <koltx/Mesh.h>
+
+#include <vector>
+
+namespace gml {
+
+namespace {
+
+bool isPatchSurface(const std::wstring& surfaceTag) {
+    return surfaceTag == L"gml:Surface" || surfaceTag == L"gml:TriangulatedSurface";
+}
+
+} // namespace
+
+PolygonNode::PolygonNode(std::shared_ptr<koltx::Mesh> mesh, std::wstring_view identifier,
+                         std::uint32_t faceIndex, std::wstring_view surfaceTag)
+    : CityElementNode(identifier, true, std::wstring_view()), mesh(std::move(mesh)),
+      faceIndex(faceIndex), surfaceTag(surfaceTag) {
+    const std::wstring polygon = polygonId();
+    const std::wstring fresh = newUuidString();
+    ringId = polygon.empty() ? fresh : polygon + L"." + fresh;
+}
+
+std::wstring PolygonNode::polygonId() const {
+    if (isPatchSurface(surfaceTag))
+        return std::wstring();
+    return id + L"_poly" + std::to_wstring(faceIndex);
+}
+
+void PolygonNode::write(XmlWriter& writer) {
+    const bool orientable = surfaceTag == L"gml:OrientableSurface";
+    if (surfaceTag == L"gml:Surface") {
+        writer.startElement(L"gml:PolygonPatch");
+    } else if (surfaceTag == L"gml:TriangulatedSurface") {
+        writer.startElement(L"gml:Triangle");
+    } else {
+        if (orientable) {
+            writer.startElement(L"gml:OrientableSurface");
+            writer.startElement(L"gml:baseSurface");
+        }
+        writer.startElement(L"gml:Polygon", polygonId());
+    }
+    writer.startElement(L"gml:exterior");
+    writer.startElement(L"gml:LinearRing", ringId);
+
+    // The host's second axis is up, the document's third: (x, y, z) becomes (x, -z, y).
+    const std::vector<double>& coords = mesh->getVertexCoords();
+    const std::uint32_t* indices = mesh->getFaceVertexIndices(faceIndex);
+    const std::uint32_t count = mesh->getFaceVertexCount(faceIndex);
+    std::vector<double> list;
+    list.reserve(static_cast<std::size_t>(count) * 3);
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const double* vertex = coords.data() + static_cast<std::size_t>(indices[i]) * 3;
+        list.push_back(vertex[0]);
+        list.push_back(-vertex[2]);
+        list.push_back(vertex[1]);
+    }
+    writer.writeCoordinatesElement(L"gml:posList", list, 3, {{L"srsDimension", L"3"}});
+
+    writer.endElement();
+    writer.endElement();
+    writer.endElement();
+    if (orientable) {
+        writer.endElement();
+        writer.endElement();
+    }
+}
+
+} // namespace gml

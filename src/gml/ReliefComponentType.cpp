@@ -1,0 +1,29 @@
+#include "gml/ReliefComponentType.h"
+
+#include "gml/ChildOrdering.h"
+#include "gml/XmlWriter.h"
+
+#include <iterator>
+
+namespace gml {
+
+namespace {
+
+const wchar_t* const reliefRanks[] = {L"dem:lod", L"dem:reliefComponent"};
+
+} // namespace
+
+ReliefComponentType::ReliefComponentType(const AttributeMap& attributes,
+                                         std::shared_ptr<Envelope> envelope, std::wstring_view id,
+                                         bool writeId, std::wstring_view tag)
+    : RootNode(attributes, std::move(envelope), id, writeId, tag) {}
+
+void ReliefComponentType::sortChildren(XmlWriter&) {
+    sortNodesByTable(children, reliefRanks, std::size(reliefRanks));
+}
+
+bool ReliefComponentType::isReliefComponent(XmlWriter&) const {
+    return true;
+}
+
+} // namespace gml

@@ -1,0 +1,36 @@
+#include "gml/TextConversion.h"
+
+#include <kolt/StringUtils.h>
+
+#include <vector>
+
+namespace gml {
+
+std::string toUtf8(const std::wstring& text) {
+    // Tags and ids are nearly always ASCII, which needs no conversion call at all.
+    bool ascii = true;
+    for (wchar_t unit : text) {
+        if (unit <= 0 || unit >= 0x80) {
+            ascii = false;
+            break;
+        }
+    }
+    if (ascii)
+        return std::string(text.begin(), text.end());
+
+    std::vector<char> buffer(text.size(), '\0');
+    std::size_t size = buffer.size();
+    kolt::StringUtils::toUTF8FromUTF16(text.c_str(), buffer.empty() ? nullptr : buffer.data(),
+                                       &size, nullptr);
+    if (size > buffer.size()) {
+        buffer.assign(size, '\0');
+        kolt::StringUtils::toUTF8FromUTF16(text.c_str(), buffer.data(), &size, nullptr);
+    }
+    // The text ends at its terminator, or at a NUL inside it.
+    std::size_t length = 0;
+    while (length < buffer.size() && buffer[length] != '\0')
+        ++length;
+    return std::string(buffer.data(), length);
+}
+
+} // namespace gml

@@ -1,0 +1,73 @@
+#include "gml/TextureAppearanceMemberNode.h"
+
+#include "gml/XmlWriter.h"
+
+#include <koltx/Material.h>
+#include <koltx/Mesh.h>
+#include <koltx/Texture.h>
+
+namespace gml {
+
+TextureAppearanceMemberNode::TextureAppearanceMemberNode(std::wstring_view name,
+                                                         std::shared_ptr<koltx::Texture> texture,
+                                                         std::wstring_view imageUri)
+    : AppearanceMemberNode(name), texture(std::move(texture)), imageUri(imageUri) {}
+
+bool TextureAppearanceMemberNode::matches(const std::shared_ptr<koltx::Material>& material) const {
+    if (!material)
+        return false;
+    for (const auto& candidate : material->getDiffuseMap()) {
+        if (candidate && candidate->isValid())
+            return texture && *texture == *candidate;
+    }
+    return false;
+}
+
+void TextureAppearanceMemberNode::addTarget(const std::wstring& polygonId,
+                                            const std::wstring& ringId,
+                                            const std::shared_ptr<koltx::Mesh>& mesh,
+                                            std::uint32_t faceIndex) {
+    const std::vector<double>& coords = mesh->getUVCoords(0);
+    const std::uint32_t* indices = mesh->getFaceUVIndices(faceIndex, 0);
+    const std::uint32_t count = mesh->getFaceUVCount(faceIndex, 0);
+    TextureTarget target{ringId, polygonId, {}};
+    target.uvs.reserve(static_cast<std::size_t>(count) * 2);
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const std::size_t at = static_cast<std::size_t>(indices[i]) * 2;
+        target.uvs.push_back(coords[at]);
+        target.uvs.push_back(coords[at + 1]);
+    }
+    targets.push_back(std::move(target));
+}
+
+void TextureAppearanceMemberNode::write(XmlWriter& writer) {
+    const bool modern = writer.version >= 3;
+    writer.startElement(modern ? L"app:surfaceData" : L"app:surfaceDataMember");
+    writer.startElement(L"app:ParameterizedTexture");
+    writer.writeTextElement(L"app:imageURI", imageUri);
+    writer.writeTextElement(L"app:wrapMode", L"wrap");
+    for (const TextureTarget& target : targets) {
+        if (modern) {
+            writer.startElement(L"app:textureParameterization");
+            writer.startElement(L"app:TextureAssociation");
+            writer.writeTextElement(L"app:target", target.polygonId);
+            writer.startElement(L"app:textureParameterization");
+            writer.startElement(L"app:TexCoordList");
+            writer.writeCoordinatesElement(L"app:textureCoordinates", target.uvs, 2);
+            writer.writeTextElement(L"app:ring", target.ringId);
+            for (int i = 0; i < 4; ++i)
+                writer.endElement();
+        } else {
+            writer.startElement(L"app:target", std::wstring(), {{L"uri", target.polygonId}});
+            writer.startElement(L"app:TexCoordList");
+            writer.writeCoordinatesElement(L"app:textureCoordinates", target.uvs, 2,
+                                           {{L"ring", target.ringId}});
+            writer.endElement();
+            writer.endElement();
+        }
+    }
+    writer.endElement();
+    writer.endElement();
+}
+
+} // namespace gml

@@ -5,6 +5,7 @@
 #include "koltx/ExtensionFactory.h"
 #include "koltx/FileExtensions.h"
 
+#include <mutex>
 #include <string>
 
 namespace kolt {
@@ -35,6 +36,7 @@ public:
 private:
     kolt::EncoderInfo const* info;
     FileExtensions extensions;
+    mutable std::mutex defaultOptionsMutex;
     mutable kolt::AttributeMap const* defaultOptions = nullptr;
 };
 

@@ -42,6 +42,7 @@ public:
 
 private:
     LogFormatter& argument(std::string const& value);
+    void advance();
 
     kolt::LogLevel level;
     std::string text;

@@ -38,6 +38,8 @@ public:
 
 private:
     void reset();
+    MaterialBuilder& setColour(std::vector<double>& field, std::vector<double> const& rgb,
+                               wchar_t const* label);
 
     std::unique_ptr<Material> material;
     std::wstring problems;

@@ -54,6 +54,9 @@ private:
     };
 
     void reset();
+    void noteFace(uint32_t face);
+
+    static constexpr uint32_t NO_FACE = UINT32_MAX;
 
     std::wstring name;
     std::vector<double> vertexCoords;
@@ -65,6 +68,7 @@ private:
     std::vector<uint32_t> holeValues;
     std::vector<uint32_t> faceMaterialIndices;
     std::vector<std::shared_ptr<Material>> materials;
+    uint32_t badFace = NO_FACE;
 };
 
 } // namespace koltx

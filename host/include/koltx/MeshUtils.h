@@ -9,10 +9,10 @@ namespace koltx {
 
 class MeshUtils {
 public:
-    // Replaces every face that has holes, and its holes, by triangles that cover the face minus
-    // the holes (UVs carried along, material kept). Other faces stay as they are, in order,
-    // before the triangles. Returns `mesh` itself when it has no holes. A face that cannot be
-    // triangulated is kept without its holes, with one line in `warnings` (may be null).
+    // Replaces every face that has holes by triangles that cover the face minus its holes (UVs
+    // carried along, material kept), at the face's place; the hole faces go. Other faces stay as
+    // they are. Returns `mesh` itself when it has no holes. A face that cannot be triangulated is
+    // kept without its holes, with one line in `warnings` (may be null).
     static std::shared_ptr<Mesh> triangulateHoles(std::shared_ptr<Mesh> const& mesh,
                                                   std::wstring* warnings = nullptr);
 

@@ -1,0 +1,7 @@
+#include "koltx/AttributeSetter.h"
+
+namespace koltx {
+
+AttributeSetter::~AttributeSetter() = default;
+
+} // namespace koltx

@@ -1,0 +1,7 @@
+#include "koltx/Comparable.h"
+
+namespace koltx {
+
+Comparable::~Comparable() = default;
+
+} // namespace koltx

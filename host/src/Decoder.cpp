@@ -1,0 +1,7 @@
+#include "koltx/Decoder.h"
+
+namespace koltx {
+
+Decoder::~Decoder() = default;
+
+} // namespace koltx

@@ -1,0 +1,7 @@
+#include "koltx/Extension.h"
+
+namespace koltx {
+
+Extension::~Extension() = default;
+
+} // namespace koltx

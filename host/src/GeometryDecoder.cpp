@@ -1,0 +1,7 @@
+#include "koltx/GeometryDecoder.h"
+
+namespace koltx {
+
+GeometryDecoder::~GeometryDecoder() = default;
+
+} // namespace koltx

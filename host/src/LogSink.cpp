@@ -1,0 +1,7 @@
+#include "koltx/LogSink.h"
+
+namespace koltx {
+
+LogSink::~LogSink() = default;
+
+} // namespace koltx

@@ -1,0 +1,284 @@
+#include "koltx/MeshUtils.h"
+
+#include "koltx/MeshBuilder.h"
+
+#include <GL/glu.h>
+
+#include <cmath>
+#include <deque>
+#include <string>
+#include <vector>
+
+namespace koltx {
+
+namespace {
+
+constexpr uint32_t NO_UV = UINT32_MAX;
+
+// One corner handed to the tesselator: a vertex of the output mesh with its position and, per
+// UV set, its UV index and value (NO_UV where the set has none).
+struct Corner {
+    double projected[3];
+    double position[3];
+    uint32_t vertex;
+    std::vector<uint32_t> uvIndices;
+    std::vector<double> uvValues;
+};
+
+// Tesselation of one face and its holes into triangles of the output builder.
+class HoleTesselator {
+public:
+    HoleTesselator(Mesh const& mesh, MeshBuilder& builder)
+        : mesh(mesh), builder(builder), uvSetCount(mesh.getUVSetCount()) {}
+
+    // Appends the triangles of `face`; false if the tesselator failed or the face is flat. On
+    // failure some vertices may have been added to the builder, but no face.
+    bool run(uint32_t face, uint32_t material);
+
+private:
+    static void onBegin(GLenum, void*) {}
+    static void onEdgeFlag(GLboolean, void*) {}
+    static void onEnd(void*) {}
+    static void onVertex(void* vertex, void* self);
+    static void onCombine(GLdouble coords[3], void* data[4], GLfloat weight[4], void** out,
+                          void* self);
+    static void onError(GLenum, void* self) { static_cast<HoleTesselator*>(self)->failed = true; }
+
+    void addRing(GLUtesselator* tess, uint32_t face);
+
+    Mesh const& mesh;
+    MeshBuilder& builder;
+    uint32_t uvSetCount;
+    std::vector<bool> carried;
+    int dropAxis = 2;
+    double normal[3] = {0, 0, 0};
+    std::deque<Corner> corners; // a deque keeps the addresses that GLU holds
+    std::vector<Corner const*> triangles;
+    bool failed = false;
+};
+
+void HoleTesselator::addRing(GLUtesselator* tess, uint32_t face) {
+    uint32_t const count = mesh.getFaceVertexCount(face);
+    uint32_t const* vertices = mesh.getFaceVertexIndices(face);
+    auto const& coords = mesh.getVertexCoords();
+    gluTessBeginContour(tess);
+    for (uint32_t i = 0; i < count; ++i) {
+        Corner corner;
+        double const* xyz = coords.data() + size_t(vertices[i]) * 3;
+        int axis = 0;
+        for (int a = 0; a < 3; ++a) {
+            corner.position[a] = xyz[a];
+            if (a != dropAxis)
+                corner.projected[axis++] = xyz[a];
+        }
+        corner.projected[2] = 0.0;
+        corner.vertex = vertices[i];
+        corner.uvIndices.assign(uvSetCount, NO_UV);
+        corner.uvValues.assign(size_t(uvSetCount) * 2, 0.0);
+        for (uint32_t set = 0; set < uvSetCount; ++set) {
+            if (!carried[set])
+                continue;
+            uint32_t const uv = mesh.getFaceUVIndices(face, set)[i];
+            corner.uvIndices[set] = uv;
+            corner.uvValues[set * 2] = mesh.getUVCoords(set)[size_t(uv) * 2];
+            corner.uvValues[set * 2 + 1] = mesh.getUVCoords(set)[size_t(uv) * 2 + 1];
+        }
+        corners.push_back(std::move(corner));
+        gluTessVertex(tess, corners.back().projected, &corners.back());
+    }
+    gluTessEndContour(tess);
+}
+
+bool HoleTesselator::run(uint32_t face, uint32_t material) {
+    MeshUtils::faceNormal(mesh, face, normal);
+    double const ax = std::fabs(normal[0]), ay = std::fabs(normal[1]), az = std::fabs(normal[2]);
+    if (ax == 0.0 && ay == 0.0 && az == 0.0)
+        return false;
+    // Project onto the plane where the polygon shows the largest area.
+    dropAxis = ax >= ay && ax >= az ? 0 : (ay >= az ? 1 : 2);
+
+    // A UV set is carried only if the face and every hole have UVs in it.
+    uint32_t const holeCount = mesh.getFaceHoleCount(face);
+    uint32_t const* holes = mesh.getFaceHoleIndices(face);
+    carried.assign(uvSetCount, true);
+    for (uint32_t set = 0; set < uvSetCount; ++set) {
+        bool complete = mesh.getFaceUVCount(face, set) > 0;
+        for (uint32_t h = 0; h < holeCount; ++h)
+            complete = complete && mesh.getFaceUVCount(holes[h], set) > 0;
+        carried[set] = complete;
+    }
+
+    GLUtesselator* tess = gluNewTess();
+    if (tess == nullptr)
+        return false;
+    using Callback = _GLUfuncptr;
+    gluTessCallback(tess, GLU_TESS_BEGIN_DATA, reinterpret_cast<Callback>(&onBegin));
+    // With an edge flag callback, GLU hands out separate triangles only.
+    gluTessCallback(tess, GLU_TESS_EDGE_FLAG_DATA, reinterpret_cast<Callback>(&onEdgeFlag));
+    gluTessCallback(tess, GLU_TESS_VERTEX_DATA, reinterpret_cast<Callback>(&onVertex));
+    gluTessCallback(tess, GLU_TESS_END_DATA, reinterpret_cast<Callback>(&onEnd));
+    gluTessCallback(tess, GLU_TESS_COMBINE_DATA, reinterpret_cast<Callback>(&onCombine));
+    gluTessCallback(tess, GLU_TESS_ERROR_DATA, reinterpret_cast<Callback>(&onError));
+    gluTessProperty(tess, GLU_TESS_WINDING_RULE, GLU_TESS_WINDING_ODD);
+    gluTessNormal(tess, 0.0, 0.0, 1.0);
+
+    gluTessBeginPolygon(tess, this);
+    addRing(tess, face);
+    for (uint32_t h = 0; h < holeCount; ++h)
+        addRing(tess, holes[h]);
+    gluTessEndPolygon(tess);
+    gluDeleteTess(tess);
+    if (failed || triangles.empty() || triangles.size() % 3 != 0)
+        return false;
+
+    for (size_t t = 0; t < triangles.size(); t += 3) {
+        Corner const* a = triangles[t];
+        Corner const* b = triangles[t + 1];
+        Corner const* c = triangles[t + 2];
+        // Keep the face's orientation: the projection may have mirrored it.
+        double const u[3] = {b->position[0] - a->position[0], b->position[1] - a->position[1],
+                             b->position[2] - a->position[2]};
+        double const v[3] = {c->position[0] - a->position[0], c->position[1] - a->position[1],
+                             c->position[2] - a->position[2]};
+        double const cross[3] = {u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2],
+                                 u[0] * v[1] - u[1] * v[0]};
+        if (cross[0] * normal[0] + cross[1] * normal[1] + cross[2] * normal[2] < 0.0)
+            std::swap(b, c);
+        uint32_t const triangle = builder.addFace();
+        builder.setFaceMaterialIndex(triangle, material);
+        for (Corner const* corner : {a, b, c}) {
+            builder.addFaceVertexIndex(triangle, corner->vertex);
+            for (uint32_t set = 0; set < uvSetCount; ++set)
+                if (carried[set])
+                    builder.addFaceUVIndex(triangle, set, corner->uvIndices[set]);
+        }
+    }
+    return true;
+}
+
+void HoleTesselator::onVertex(void* vertex, void* self) {
+    static_cast<HoleTesselator*>(self)->triangles.push_back(static_cast<Corner const*>(vertex));
+}
+
+// A new vertex where edges cross: position and UVs interpolated from its neighbours.
+void HoleTesselator::onCombine(GLdouble coords[3], void* data[4], GLfloat weight[4], void** out,
+                               void* self) {
+    auto* tesselator = static_cast<HoleTesselator*>(self);
+    uint32_t const sets = tesselator->uvSetCount;
+    Corner corner;
+    corner.projected[0] = coords[0];
+    corner.projected[1] = coords[1];
+    corner.projected[2] = coords[2];
+    corner.position[0] = corner.position[1] = corner.position[2] = 0.0;
+    corner.uvIndices.assign(sets, NO_UV);
+    corner.uvValues.assign(size_t(sets) * 2, 0.0);
+    for (int i = 0; i < 4; ++i) {
+        auto const* source = static_cast<Corner const*>(data[i]);
+        if (source == nullptr)
+            continue;
+        for (int a = 0; a < 3; ++a)
+            corner.position[a] += weight[i] * source->position[a];
+        for (size_t k = 0; k < corner.uvValues.size(); ++k)
+            corner.uvValues[k] += weight[i] * source->uvValues[k];
+    }
+    corner.vertex = tesselator->builder.addVertexCoords(corner.position);
+    for (uint32_t set = 0; set < sets; ++set)
+        if (tesselator->carried[set])
+            corner.uvIndices[set] =
+                tesselator->builder.addUVCoords(set, corner.uvValues.data() + set * 2);
+    tesselator->corners.push_back(std::move(corner));
+    *out = &tesselator->corners.back();
+}
+
+// Copies a face without its holes.
+void copyFace(Mesh const& mesh, MeshBuilder& builder, uint32_t face) {
+    uint32_t const target = builder.addFace();
+    builder.setFaceMaterialIndex(target, mesh.getFaceMaterialIndices()[face]);
+    uint32_t const count = mesh.getFaceVertexCount(face);
+    uint32_t const* vertices = mesh.getFaceVertexIndices(face);
+    for (uint32_t i = 0; i < count; ++i)
+        builder.addFaceVertexIndex(target, vertices[i]);
+    for (uint32_t set = 0; set < mesh.getUVSetCount(); ++set) {
+        uint32_t const uvCount = mesh.getFaceUVCount(face, set);
+        uint32_t const* uvs = mesh.getFaceUVIndices(face, set);
+        for (uint32_t i = 0; i < uvCount; ++i)
+            builder.addFaceUVIndex(target, set, uvs[i]);
+    }
+}
+
+} // namespace
+
+std::shared_ptr<Mesh> MeshUtils::triangulateHoles(std::shared_ptr<Mesh> const& mesh,
+                                                  std::wstring* warnings) {
+    if (!mesh || !mesh->hasHoles())
+        return mesh;
+    Mesh const& source = *mesh;
+    MeshBuilder builder;
+    builder.setName(source.getName());
+    builder.reserve(source.getVertexCount(), source.getFaceCount(),
+                    source.getVertexIndices().size());
+    auto const& coords = source.getVertexCoords();
+    for (size_t v = 0; v < coords.size(); v += 3)
+        builder.addVertexCoords(coords.data() + v);
+    for (uint32_t set = 0; set < source.getUVSetCount(); ++set) {
+        auto const& uvs = source.getUVCoords(set);
+        for (size_t i = 0; i < uvs.size(); i += 2)
+            builder.addUVCoords(set, uvs.data() + i);
+    }
+    for (auto const& material : source.getMaterials())
+        builder.addMaterial(material);
+
+    for (uint32_t face = 0; face < source.getFaceCount(); ++face) {
+        if (source.isHoleFace(face))
+            continue;
+        if (source.getFaceHoleCount(face) == 0) {
+            copyFace(source, builder, face);
+            continue;
+        }
+        uint32_t const material = source.getFaceMaterialIndices()[face];
+        HoleTesselator tesselator(source, builder);
+        if (!tesselator.run(face, material)) {
+            copyFace(source, builder, face);
+            if (warnings != nullptr)
+                *warnings += L"Face " + std::to_wstring(face) + L" of mesh '" + source.getName() +
+                             L"' could not be triangulated; its holes were dropped.\n";
+        }
+    }
+    return builder.createSharedAndReset(warnings);
+}
+
+void MeshUtils::faceNormal(Mesh const& mesh, uint32_t face, double* normal) {
+    normal[0] = normal[1] = normal[2] = 0.0;
+    uint32_t const count = mesh.getFaceVertexCount(face);
+    uint32_t const* vertices = mesh.getFaceVertexIndices(face);
+    auto const& coords = mesh.getVertexCoords();
+    for (uint32_t i = 0; i < count; ++i) {
+        double const* p = coords.data() + size_t(vertices[i]) * 3;
+        double const* q = coords.data() + size_t(vertices[(i + 1) % count]) * 3;
+        normal[0] += (p[1] - q[1]) * (p[2] + q[2]);
+        normal[1] += (p[2] - q[2]) * (p[0] + q[0]);
+        normal[2] += (p[0] - q[0]) * (p[1] + q[1]);
+    }
+}
+
+double MeshUtils::faceArea(Mesh const& mesh, uint32_t face) {
+    double normal[3];
+    faceNormal(mesh, face, normal);
+    return 0.5 * std::sqrt(normal[0] * normal[0] + normal[1] * normal[1] + normal[2] * normal[2]);
+}
+
+double MeshUtils::surfaceArea(Mesh const& mesh) {
+    double total = 0.0;
+    for (uint32_t face = 0; face < mesh.getFaceCount(); ++face) {
+        if (mesh.isHoleFace(face))
+            continue;
+        total += faceArea(mesh, face);
+        uint32_t const holeCount = mesh.getFaceHoleCount(face);
+        uint32_t const* holes = mesh.getFaceHoleIndices(face);
+        for (uint32_t h = 0; h < holeCount; ++h)
+            total -= faceArea(mesh, holes[h]);
+    }
+    return total;
+}
+
+} // namespace koltx

@@ -1,0 +1,11 @@
+#include "kolt/Object.h"
+
+namespace kolt {
+
+Object::~Object() = default;
+
+void Object::destroy() const {
+    delete this;
+}
+
+} // namespace kolt

@@ -5,6 +5,7 @@
 
 #include <koltx/Mesh.h>
 
+#include <stdexcept>
 #include <vector>
 
 namespace gml {
@@ -33,6 +34,8 @@ std::wstring PolygonNode::polygonId() const {
 }
 
 void PolygonNode::write(XmlWriter& writer) {
+    if (!mesh || faceIndex >= mesh->getFaceCount())
+        throw std::out_of_range("Polygon face is not in its mesh.");
     const bool orientable = surfaceTag == L"gml:OrientableSurface";
     if (surfaceTag == L"gml:Surface") {
         writer.startElement(L"gml:PolygonPatch");

@@ -6,6 +6,8 @@
 #include <koltx/Mesh.h>
 #include <koltx/Texture.h>
 
+#include <stdexcept>
+
 namespace gml {
 
 TextureAppearanceMemberNode::TextureAppearanceMemberNode(std::wstring_view name,
@@ -27,6 +29,8 @@ void TextureAppearanceMemberNode::addTarget(const std::wstring& polygonId,
                                             const std::wstring& ringId,
                                             const std::shared_ptr<koltx::Mesh>& mesh,
                                             std::uint32_t faceIndex) {
+    if (!mesh || faceIndex >= mesh->getFaceCount())
+        throw std::out_of_range("Texture target face is not in its mesh.");
     const std::vector<double>& coords = mesh->getUVCoords(0);
     const std::uint32_t* indices = mesh->getFaceUVIndices(faceIndex, 0);
     const std::uint32_t count = mesh->getFaceUVCount(faceIndex, 0);

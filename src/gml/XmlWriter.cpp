@@ -4,6 +4,7 @@
 #include "gml/TextConversion.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace gml {
 
@@ -42,6 +43,9 @@ void XmlWriter::startElement(const std::wstring& tag, const std::wstring& id,
 }
 
 void XmlWriter::endElement() {
+    // Callers balance their calls; an unbalanced one must not read past the stack.
+    if (openTags.empty())
+        throw std::logic_error("XML end tag without an open element.");
     std::string line = indentation();
     line += "</";
     line += toUtf8(openTags.back());
@@ -70,6 +74,8 @@ void XmlWriter::writeTextElement(const std::wstring& tag, double value) {
 }
 
 void XmlWriter::writeColorElement(const std::wstring& tag, const std::vector<double>& color) {
+    if (color.size() < 3)
+        throw std::invalid_argument("A colour needs three components.");
     const std::string name = toUtf8(tag);
     std::string line = indentation();
     line += '<';

@@ -233,6 +233,19 @@ TEST(GeometryNodeTest, OrientableSurfacesWriteThroughTheirPolygons) {
                       "      <gml:exterior>\n");
 }
 
+TEST(GeometryNodeTest, BrokenNodesFailWithAnError) {
+    auto mesh = gmltest::makeMesh({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}, {{0, 1, 2}});
+    PolygonNode outside(mesh, L"p", 1, L"gml:MultiSurface");
+    std::ostringstream out;
+    gml::XmlWriter writer(out, 3, 3);
+    EXPECT_THROW(outside.write(writer), std::out_of_range);
+    PolygonNode noMesh(nullptr, L"p", 0, L"gml:MultiSurface");
+    EXPECT_THROW(noMesh.write(writer), std::out_of_range);
+    // A geometry without a tag closes one element more than it opened.
+    GeometryNode untagged(L"u", false, L"", mesh);
+    EXPECT_THROW(untagged.write(writer), std::logic_error);
+}
+
 TEST(GeometryNodeTest, ChildrenKeepCreationOrderInEveryVersion) {
     auto mesh = gmltest::makeMesh({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}, {{0, 1, 2}});
     GeometryNode multi(L"m", false, L"gml:MultiGeometry", mesh);

@@ -69,6 +69,14 @@ TEST(XmlWriterTest, EdgeCasesOfThePrimitives) {
                          "   </a:e>\n");
 }
 
+TEST(XmlWriterTest, MisuseFailsWithAnError) {
+    std::ostringstream out;
+    XmlWriter writer(out, 3, 3);
+    EXPECT_THROW(writer.endElement(), std::logic_error);
+    EXPECT_THROW(writer.writeColorElement(L"a:c", {1.0, 0.5}), std::invalid_argument);
+    EXPECT_EQ(out.str(), "");
+}
+
 TEST(XmlWriterTest, ConvertsNonAsciiTextToUtf8) {
     std::ostringstream out;
     XmlWriter writer(out, 3, 3);

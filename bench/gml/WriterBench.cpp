@@ -1,0 +1,105 @@
+// Coordinates written per second by the XML writer, against a floor measured in the same run:
+// std::to_chars of the same numbers into one buffer and a single write of it.
+#include "gml/NumberFormat.h"
+#include "gml/XmlWriter.h"
+
+#include <benchmark/benchmark.h>
+
+#include <charconv>
+#include <ostream>
+#include <random>
+#include <streambuf>
+#include <vector>
+
+namespace {
+
+// Takes the bytes and keeps only their count, so that no container growth is measured.
+class CountingBuffer : public std::streambuf {
+public:
+    std::size_t count = 0;
+
+protected:
+    std::streamsize xsputn(const char*, std::streamsize n) override {
+        count += static_cast<std::size_t>(n);
+        return n;
+    }
+    int_type overflow(int_type ch) override {
+        ++count;
+        return ch;
+    }
+};
+
+// Projected coordinates in metres, as city models have them.
+const std::vector<double>& coordinates() {
+    static const std::vector<double> values = [] {
+        std::mt19937_64 random(42);
+        std::uniform_real_distribution<double> east(350000.0, 360000.0);
+        std::uniform_real_distribution<double> height(0.0, 120.0);
+        std::vector<double> result;
+        for (int i = 0; i < 30000; ++i) {
+            result.push_back(east(random));
+            result.push_back(east(random) + 5.4e6);
+            result.push_back(height(random));
+        }
+        return result;
+    }();
+    return values;
+}
+
+constexpr int precision = 3;
+
+void BM_FloorToChars(benchmark::State& state) {
+    const std::vector<double>& values = coordinates();
+    CountingBuffer sink;
+    std::ostream stream(&sink);
+    std::vector<char> buffer(values.size() * 32);
+    for (auto _ : state) {
+        char* out = buffer.data();
+        for (double value : values) {
+            out = std::to_chars(out, buffer.data() + buffer.size(), value, std::chars_format::fixed,
+                                precision)
+                      .ptr;
+            *out++ = ' ';
+        }
+        stream.write(buffer.data(), out - buffer.data());
+    }
+    benchmark::DoNotOptimize(sink.count);
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(values.size()));
+}
+BENCHMARK(BM_FloorToChars);
+
+void BM_WriterCoordinates(benchmark::State& state) {
+    const std::vector<double>& values = coordinates();
+    CountingBuffer sink;
+    std::ostream stream(&sink);
+    gml::XmlWriter writer(stream, 3, precision);
+    for (auto _ : state)
+        writer.writeCoordinates(values);
+    benchmark::DoNotOptimize(sink.count);
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(values.size()));
+}
+BENCHMARK(BM_WriterCoordinates);
+
+// As a polygon writes them: one coordinate element per quad, five vertices with the closing one.
+void BM_WriterPolygonElements(benchmark::State& state) {
+    const std::vector<double>& values = coordinates();
+    CountingBuffer sink;
+    std::ostream stream(&sink);
+    gml::XmlWriter writer(stream, 3, precision);
+    writer.depth = 8;
+    std::vector<double> face(12);
+    const gml::AttributeTable attributes = {{L"srsDimension", L"3"}};
+    for (auto _ : state) {
+        for (std::size_t at = 0; at + 12 <= values.size(); at += 12) {
+            face.assign(values.begin() + static_cast<std::ptrdiff_t>(at),
+                        values.begin() + static_cast<std::ptrdiff_t>(at + 12));
+            writer.writeCoordinatesElement(L"gml:posList", face, 3, attributes);
+        }
+    }
+    benchmark::DoNotOptimize(sink.count);
+    state.SetItemsProcessed(state.iterations() *
+                            static_cast<std::int64_t>(values.size() / 12 * 15));
+}
+BENCHMARK(BM_WriterPolygonElements);
+
+} // namespace

@@ -2,8 +2,12 @@
 
 #include <boost/uuid/random_generator.hpp>
 
+#include <sys/mman.h>
+#include <unistd.h>
+
 #include <cstddef>
 #include <mutex>
+#include <new>
 
 namespace gml {
 
@@ -11,24 +15,63 @@ namespace {
 
 // Random bytes are fetched from the system in blocks, so that most identifiers cost no
 // system call; the block is refilled under the same lock that guards its use.
+//
+// The block lives on a page that the kernel wipes in a forked child, so that parent and child
+// never hand out the same bytes. Where the kernel can't do that, the process id is compared.
 class RandomBlockSource {
 public:
+    RandomBlockSource() {
+        void* memory =
+            mmap(nullptr, sizeof(Page), PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        if (memory == MAP_FAILED) {
+            page = &fallbackPage;
+        } else {
+            page = new (memory) Page();
+            mapped = true;
+#ifdef MADV_WIPEONFORK
+            wipedOnFork = madvise(memory, sizeof(Page), MADV_WIPEONFORK) == 0;
+#endif
+        }
+        owner = getpid();
+    }
+
+    ~RandomBlockSource() {
+        if (mapped)
+            munmap(page, sizeof(Page));
+    }
+
+    RandomBlockSource(const RandomBlockSource&) = delete;
+    RandomBlockSource& operator=(const RandomBlockSource&) = delete;
+
     void draw(unsigned char* out, std::size_t count) {
+        if (!wipedOnFork && getpid() != owner) {
+            page->remaining = 0;
+            owner = getpid();
+        }
         for (std::size_t i = 0; i < count; ++i) {
-            if (position == sizeof block) {
-                provider.get_random_bytes(block, sizeof block);
-                position = 0;
+            if (page->remaining == 0) {
+                provider.get_random_bytes(page->bytes, sizeof page->bytes);
+                page->remaining = sizeof page->bytes;
             }
-            out[i] = block[position++];
+            out[i] = page->bytes[sizeof page->bytes - page->remaining--];
         }
     }
 
     std::mutex mutex;
 
 private:
+    // A wiped page reads as zero: no bytes left.
+    struct Page {
+        std::size_t remaining = 0;
+        unsigned char bytes[4096 - sizeof(std::size_t)];
+    };
+
     boost::uuids::detail::random_provider provider;
-    unsigned char block[4096];
-    std::size_t position = sizeof block;
+    Page fallbackPage;
+    Page* page = nullptr;
+    bool mapped = false;
+    bool wipedOnFork = false;
+    pid_t owner = 0;
 };
 
 RandomBlockSource randomSource;

@@ -11,6 +11,9 @@
 #include <sstream>
 #include <thread>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #define EXPECT_HEAD(text, expected) EXPECT_EQ(head(text, expected), expected)
 
 namespace {
@@ -76,6 +79,32 @@ TEST(PolygonNodeTest, IdentifiersAreFreshUuidsStartingWithALetter) {
             all.insert(id);
         }
     EXPECT_EQ(all.size(), 2000u);
+}
+
+TEST(PolygonNodeTest, ForkedProcessesDrawDifferentIdentifiers) {
+    // The parent has a block of random bytes in hand; a child must not reuse it.
+    gml::newUuidString();
+    int channel[2];
+    ASSERT_EQ(pipe(channel), 0);
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        const std::wstring id = gml::newUuidString();
+        const std::string text(id.begin(), id.end());
+        const ssize_t written = ::write(channel[1], text.data(), text.size());
+        _exit(written == static_cast<ssize_t>(text.size()) ? 0 : 1);
+    }
+    close(channel[1]);
+    const std::wstring mine = gml::newUuidString();
+    char buffer[64] = {};
+    const ssize_t length = read(channel[0], buffer, sizeof buffer);
+    close(channel[0]);
+    int status = 0;
+    waitpid(child, &status, 0);
+    ASSERT_EQ(length, 36);
+    const std::string theirs(buffer, 36);
+    EXPECT_NE(theirs, toNarrow(mine));
+    EXPECT_TRUE(std::regex_match(std::wstring(theirs.begin(), theirs.end()), gmltest::uuidPattern));
 }
 
 TEST(PolygonNodeTest, WritesTheReferenceQuad) {

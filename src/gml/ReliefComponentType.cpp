@@ -1,7 +1,7 @@
 #include "gml/ReliefComponentType.h"
 
-#include "gml/ChildOrdering.h"
 #include "gml/XmlWriter.h"
+#include "gml/internal/ChildOrdering.h"
 
 #include <iterator>
 

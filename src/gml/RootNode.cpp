@@ -1,9 +1,9 @@
 #include "gml/RootNode.h"
 
 #include "gml/DocumentWriter.h"
-#include "gml/GenericAttributes.h"
 #include "gml/NumberFormat.h"
 #include "gml/XmlWriter.h"
+#include "gml/internal/GenericAttributes.h"
 
 namespace gml {
 

@@ -1,4 +1,4 @@
-#include "gml/ChildOrdering.h"
+#include "gml/internal/ChildOrdering.h"
 #include "gml/BridgeTypeNode.h"
 #include "gml/BuildingTypeNode.h"
 #include "gml/CityElementNode.h"

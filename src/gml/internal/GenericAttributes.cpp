@@ -1,4 +1,4 @@
-#include "gml/GenericAttributes.h"
+#include "gml/internal/GenericAttributes.h"
 
 #include "gml/XmlWriter.h"
 

@@ -1,0 +1,206 @@
+#include "kolt/EncoderInfo.h"
+#include "kolt/AttributeMap.h"
+#include "kolt/AttributeMapBuilder.h"
+#include "koltx/EncodeOptionsAnnotator.h"
+#include "koltx/EncodeOptionsValidator.h"
+#include "koltx/EncoderInfoBuilder.h"
+#include "koltx/KOLTUtils.h"
+#include "koltx/Log.h"
+#include "koltx/MemoryLogSink.h"
+#include "koltx/StatusException.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cwchar>
+#include <memory>
+#include <string>
+
+using koltx::KOLTUtils;
+
+namespace {
+
+// Clamps "precision" into [0.5, 2] and upper-cases "mode"; throws for the "name" "boom".
+class ClampValidator : public koltx::EncodeOptionsValidator {
+public:
+    void validate(KOLTUtils::ObjectPtr<kolt::AttributeMap const> const& options,
+                  KOLTUtils::ObjectPtr<kolt::AttributeMapBuilder> const& builder) override {
+        ++calls;
+        double const precision = options->getFloat(L"precision");
+        builder->setFloat(L"precision", std::min(2.0, std::max(0.5, precision)));
+        std::wstring mode = options->getString(L"mode");
+        for (auto& c : mode)
+            c = static_cast<wchar_t>(std::towupper(c));
+        builder->setString(L"mode", mode.c_str());
+        if (std::wcscmp(options->getString(L"name"), L"boom") == 0)
+            throw std::runtime_error("boom");
+    }
+    int calls = 0;
+};
+
+struct Info {
+    std::shared_ptr<ClampValidator> validator = std::make_shared<ClampValidator>();
+    std::unique_ptr<kolt::EncoderInfo const, KOLTUtils::ObjectDestroyer> info;
+
+    Info() {
+        koltx::EncoderInfoBuilder builder;
+        builder.setID(L"test.Encoder").setName(L"Test").setDescription(L"Writes tests");
+        builder.setExtension(L".jpg;.jpeg").setType(2).setIcon("aWNvbg==");
+        KOLTUtils::AttributeMapBuilderPtr defaults(kolt::AttributeMapBuilder::create());
+        defaults->setString(L"name", L"default");
+        defaults->setInt(L"lod", 4);
+        defaults->setFloat(L"precision", 1.0);
+        defaults->setBool(L"merge", true);
+        defaults->setString(L"mode", L"fast");
+        double const offset[3] = {0, 0, 0};
+        defaults->setFloatArray(L"offset", offset, 3);
+        KOLTUtils::AttributeMapPtr map(defaults->createAttributeMap());
+        builder.setDefaultOptions(map.get());
+        map.reset(); // the builder keeps its own copy
+        builder.setValidator(validator);
+        koltx::EncodeOptionsAnnotator annotator(builder);
+        annotator.option(L"name").setLabel(L"Name").setOrder(0).setGroup(L"General", 0);
+        annotator.option(L"precision")
+            .setLabel(L"Precision")
+            .setOrder(9010)
+            .setGroup(L"Geometry", 1)
+            .setDescription(L"Smallest distance.")
+            .setRange(0.5, 2);
+        annotator.option(L"merge").flagAsHidden();
+        info.reset(builder.create(nullptr));
+    }
+
+    KOLTUtils::AttributeMapPtr validate(kolt::AttributeMap const* options,
+                                        kolt::Status* status) const {
+        kolt::AttributeMap const* out = nullptr;
+        info->createValidatedOptions(options, &out, status);
+        return KOLTUtils::AttributeMapPtr(out);
+    }
+};
+
+KOLTUtils::AttributeMapPtr given(void (*fill)(kolt::AttributeMapBuilder&)) {
+    KOLTUtils::AttributeMapBuilderPtr builder(kolt::AttributeMapBuilder::create());
+    fill(*builder);
+    return KOLTUtils::AttributeMapPtr(builder->createAttributeMap());
+}
+
+} // namespace
+
+TEST(EncoderInfo, DescribesTheEncoder) {
+    Info const fixture;
+    auto const& info = *fixture.info;
+    EXPECT_STREQ(info.getID(), L"test.Encoder");
+    EXPECT_STREQ(info.getName(), L"Test");
+    EXPECT_STREQ(info.getDescription(), L"Writes tests");
+    EXPECT_STREQ(info.getExtensions(), L".jpg;.jpeg;");
+    EXPECT_EQ(info.getType(), 2);
+    EXPECT_STREQ(info.getIcon(), "aWNvbg==");
+    EXPECT_EQ(info.getValidator(), fixture.validator);
+    ASSERT_NE(info.getDefaultOptions(), nullptr);
+    EXPECT_EQ(info.getDefaultOptions()->getInt(L"lod"), 4);
+
+    ASSERT_EQ(info.getAnnotationCount(), 3u);
+    EXPECT_STREQ(info.getAnnotation(0)->key, L"name");
+    EXPECT_STREQ(info.getAnnotation(1)->key, L"precision");
+    auto const* precision = info.findAnnotation(L"precision");
+    ASSERT_NE(precision, nullptr);
+    EXPECT_STREQ(precision->label, L"Precision");
+    EXPECT_STREQ(precision->group, L"Geometry");
+    EXPECT_STREQ(precision->description, L"Smallest distance.");
+    EXPECT_TRUE(precision->hasOrder);
+    EXPECT_EQ(precision->order, 9010);
+    EXPECT_EQ(precision->groupOrder, 1);
+    EXPECT_TRUE(precision->hasRange);
+    EXPECT_EQ(precision->rangeMin, 0.5);
+    EXPECT_EQ(precision->rangeMax, 2);
+    EXPECT_FALSE(precision->hidden);
+    auto const* merge = info.findAnnotation(L"merge");
+    ASSERT_NE(merge, nullptr);
+    EXPECT_TRUE(merge->hidden);
+    EXPECT_EQ(merge->label, nullptr);
+    EXPECT_FALSE(merge->hasOrder);
+    EXPECT_EQ(info.findAnnotation(L"offset"), nullptr);
+    EXPECT_EQ(info.getAnnotation(3), nullptr);
+
+    // An information without ID is refused.
+    kolt::Status status = 0;
+    EXPECT_EQ(koltx::EncoderInfoBuilder().setName(L"x").create(&status), nullptr);
+    EXPECT_EQ(status, kolt::STATUS_ILLEGAL_VALUE);
+}
+
+TEST(EncoderInfo, ValidatedOptionsStartFromDefaultsAndOverlayGivenValues) {
+    Info const fixture;
+    kolt::Status status = 99;
+    auto defaults = fixture.validate(nullptr, &status);
+    ASSERT_EQ(status, 0);
+    ASSERT_TRUE(defaults);
+    EXPECT_STREQ(defaults->getString(L"name"), L"default");
+    EXPECT_EQ(defaults->getInt(L"lod"), 4);
+    EXPECT_TRUE(defaults->getBool(L"merge"));
+    EXPECT_STREQ(defaults->getString(L"mode"), L"FAST"); // the validator ran
+    size_t count = 0;
+    defaults->getFloatArray(L"offset", &count);
+    EXPECT_EQ(count, 3u);
+
+    auto options = given([](kolt::AttributeMapBuilder& b) {
+        b.setString(L"name", L"city");
+        b.setInt(L"lod", 2);
+        b.setBool(L"merge", false);
+        b.setFloat(L"precision", 0.75);
+        b.setString(L"unknown", L"dropped");
+        double const offset[1] = {7};
+        b.setFloatArray(L"offset", offset, 1);
+    });
+    auto validated = fixture.validate(options.get(), &status);
+    ASSERT_EQ(status, 0);
+    EXPECT_STREQ(validated->getString(L"name"), L"city");
+    EXPECT_EQ(validated->getInt(L"lod"), 2);
+    EXPECT_FALSE(validated->getBool(L"merge"));
+    EXPECT_DOUBLE_EQ(validated->getFloat(L"precision"), 0.75);
+    EXPECT_FALSE(validated->hasKey(L"unknown"));
+    double const* offset = validated->getFloatArray(L"offset", &count);
+    ASSERT_EQ(count, 1u);
+    EXPECT_EQ(offset[0], 7);
+    // The caller's map is not touched.
+    EXPECT_EQ(options->getFloat(L"precision"), 0.75);
+}
+
+TEST(EncoderInfo, ValidatorCorrectionsWin) {
+    Info const fixture;
+    kolt::Status status = 99;
+    auto high = fixture.validate(
+        given([](kolt::AttributeMapBuilder& b) { b.setFloat(L"precision", 5.0); }).get(), &status);
+    EXPECT_EQ(high->getFloat(L"precision"), 2.0);
+    auto low = fixture.validate(
+        given([](kolt::AttributeMapBuilder& b) { b.setFloat(L"precision", 0.0); }).get(), &status);
+    EXPECT_EQ(low->getFloat(L"precision"), 0.5);
+    auto mode = fixture.validate(
+        given([](kolt::AttributeMapBuilder& b) { b.setString(L"mode", L"slow"); }).get(), &status);
+    EXPECT_STREQ(mode->getString(L"mode"), L"SLOW");
+    EXPECT_EQ(fixture.validator->calls, 3);
+}
+
+TEST(EncoderInfo, WrongTypeOrFailingValidatorIsAnErrorNamingTheKey) {
+    Info const fixture;
+    auto sink = std::make_shared<koltx::MemoryLogSink>();
+    koltx::Log::Scope scope(sink, kolt::LOG_TRACE);
+
+    auto wrong = given([](kolt::AttributeMapBuilder& b) { b.setFloat(L"lod", 2.0); });
+    kolt::Status status = 0;
+    EXPECT_FALSE(fixture.validate(wrong.get(), &status));
+    EXPECT_EQ(status, kolt::STATUS_KEY_TYPE_MISMATCH);
+    ASSERT_EQ(sink->getEntries().size(), 1u);
+    EXPECT_NE(sink->getEntries()[0].second.find("'lod' is float, expected int"), std::string::npos);
+    try {
+        fixture.validate(wrong.get(), nullptr);
+        FAIL() << "no exception";
+    } catch (koltx::StatusException const& e) {
+        EXPECT_EQ(e.getStatus(), kolt::STATUS_KEY_TYPE_MISMATCH);
+        EXPECT_NE(std::string(e.what()).find("'lod'"), std::string::npos);
+    }
+
+    auto boom = given([](kolt::AttributeMapBuilder& b) { b.setString(L"name", L"boom"); });
+    EXPECT_FALSE(fixture.validate(boom.get(), &status));
+    EXPECT_EQ(status, kolt::STATUS_UNSPECIFIED_ERROR);
+    EXPECT_THROW(fixture.validate(boom.get(), nullptr), koltx::StatusException);
+}

@@ -1,0 +1,107 @@
+#include "MeshFixtures.h"
+#include "koltx/DefaultNamePreparator.h"
+#include "koltx/EncodePreparator.h"
+#include "koltx/HoleProcessor.h"
+#include "koltx/MaterialBuilder.h"
+#include "koltx/MeshUtils.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+using namespace koltx;
+using Flags = EncodePreparator::PreparationFlags;
+
+namespace {
+
+std::shared_ptr<Mesh> prepare(std::shared_ptr<Mesh> const& mesh, Flags const& flags) {
+    DefaultNamePreparator names(L"_", L"_");
+    auto preparator =
+        EncodePreparator::create(true, names, names.newNamespace(), names.newNamespace(), nullptr);
+    preparator->addLeafShape(nullptr, std::make_shared<Shape>(fixtures::geometryOf({mesh})),
+                             nullptr, ReportsPtr());
+    std::vector<EncodePreparator::FinalizedInstance> instances;
+    preparator->fetchInstances(instances, flags, nullptr);
+    return instances.at(0).getGeometry()->getMeshes().at(0);
+}
+
+std::vector<double> faceCoords(Mesh const& mesh, uint32_t face) {
+    std::vector<double> out;
+    for (uint32_t k = 0; k < mesh.getFaceVertexCount(face); ++k) {
+        double const* p = &mesh.getVertexCoords()[size_t(mesh.getFaceVertexIndices(face)[k]) * 3];
+        out.insert(out.end(), p, p + 3);
+    }
+    return out;
+}
+
+// Area of the square minus its hole (96) plus the triangle (12.5).
+constexpr double AREA = 96.0 + 12.5;
+
+} // namespace
+
+TEST(HoleProcessing, TriangulatesFacesWithHolesAndLeavesTheOthers) {
+    auto material = MaterialBuilder().createSharedAndReset(nullptr);
+    auto mesh = fixtures::squareWithHole(L"bldg:Building[b]\\gml:MultiSurface[m]\\", material);
+    ASSERT_DOUBLE_EQ(MeshUtils::surfaceArea(*mesh), AREA);
+
+    auto out = prepare(mesh, Flags().processHoles(HoleProcessor::TRIANGULATE));
+    EXPECT_FALSE(out->hasHoles());
+    EXPECT_EQ(out->getName(), mesh->getName());
+    EXPECT_NEAR(MeshUtils::surfaceArea(*out), AREA, 1e-9);
+    // The square's triangles take its place; the hole-free triangle follows unchanged.
+    ASSERT_GE(out->getFaceCount(), 9u);
+    EXPECT_EQ(faceCoords(*out, out->getFaceCount() - 1), faceCoords(*mesh, 1));
+    for (uint32_t f = 0; f + 1 < out->getFaceCount(); ++f) {
+        EXPECT_EQ(out->getFaceVertexCount(f), 3u);
+        EXPECT_LE(faceCoords(*out, f)[0], 10.0); // within the square
+    }
+    EXPECT_TRUE(fixtures::uvIndicesValid(*out));
+    ASSERT_EQ(out->getFaceUVCount(1, 0), 3u);
+    // UVs travel with their corners: u is x / 10 here.
+    for (uint32_t f = 0; f < out->getFaceCount(); ++f)
+        for (uint32_t k = 0; k < out->getFaceVertexCount(f); ++k) {
+            double const x = out->getVertexCoords()[size_t(out->getFaceVertexIndices(f)[k]) * 3];
+            double const u = out->getUVCoords(0)[size_t(out->getFaceUVIndices(f, 0)[k]) * 2];
+            EXPECT_NEAR(u, x / 10.0, 1e-12);
+        }
+    EXPECT_EQ(out->getMaterials().at(0), material);
+}
+
+TEST(HoleProcessing, BridgesHolesIntoTheirFace) {
+    auto mesh = fixtures::squareWithHole(L"wall");
+    auto out = HoleProcessor::process(mesh, HoleProcessor::BRIDGE);
+    EXPECT_FALSE(out->hasHoles());
+    ASSERT_EQ(out->getFaceCount(), 2u);
+    // Four outer corners, five hole corners (its start twice) and the outer corner again.
+    EXPECT_EQ(out->getFaceVertexCount(0), 10u);
+    EXPECT_NEAR(MeshUtils::faceArea(*out, 0), 96.0, 1e-9);
+    EXPECT_EQ(faceCoords(*out, 1), faceCoords(*mesh, 1));
+    EXPECT_TRUE(fixtures::uvIndicesValid(*out));
+    EXPECT_EQ(out->getFaceUVCount(0, 0), 10u);
+    // The bridge starts at the hole corner farthest along the first plane axis.
+    EXPECT_EQ(out->getName(), L"wall");
+
+    auto prepared = prepare(mesh, Flags().processHoles(HoleProcessor::BRIDGE));
+    EXPECT_NEAR(MeshUtils::surfaceArea(*prepared), AREA, 1e-9);
+}
+
+TEST(HoleProcessing, PassKeepsHolesAndTriangulateSplitsEverything) {
+    auto mesh = fixtures::squareWithHole(L"wall");
+    EXPECT_EQ(HoleProcessor::process(mesh, HoleProcessor::PASS), mesh);
+    auto passed = prepare(mesh, Flags());
+    EXPECT_TRUE(passed->hasHoles());
+    EXPECT_EQ(passed->getFaceCount(), 3u);
+    EXPECT_TRUE(passed->isHoleFace(2));
+
+    auto all = prepare(mesh, Flags().triangulate(true));
+    EXPECT_FALSE(all->hasHoles());
+    for (uint32_t f = 0; f < all->getFaceCount(); ++f)
+        EXPECT_EQ(all->getFaceVertexCount(f), 3u);
+    EXPECT_NEAR(MeshUtils::surfaceArea(*all), AREA, 1e-9);
+    EXPECT_TRUE(fixtures::uvIndicesValid(*all));
+
+    auto quads = prepare(fixtures::quadSoup(3, 3.0, L"q"), Flags().triangulate(true));
+    EXPECT_EQ(quads->getFaceCount(), 18u);
+    EXPECT_NEAR(MeshUtils::surfaceArea(*quads), 9.0, 1e-9);
+    EXPECT_TRUE(fixtures::uvIndicesValid(*quads));
+}

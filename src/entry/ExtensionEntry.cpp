@@ -1,5 +1,6 @@
 #include "CityGMLCodec.h"
 
+#include "encoder/CityGMLEncoderFactory.h"
 #include "entry/CityGMLDecoderFactory.h"
 
 #include <kolt/LogLevel.h>
@@ -19,6 +20,9 @@ KOLT_EXPORT void registerExtensionFactories(koltx::ExtensionManager* manager) {
         if (CityGMLDecoderFactory::getInstance() == nullptr)
             CityGMLDecoderFactory::setInstance(CityGMLDecoderFactory::createInstance());
         manager->registerFactory(CityGMLDecoderFactory::getInstance());
+        if (CityGMLEncoderFactory::getInstance() == nullptr)
+            CityGMLEncoderFactory::setInstance(createEncoderFactory());
+        manager->registerFactory(CityGMLEncoderFactory::getInstance());
     } catch (std::exception const& e) {
         koltx::LogFormatter(kolt::LOG_ERROR,
                             std::string("caught exception during FBX extension registration: "), e);

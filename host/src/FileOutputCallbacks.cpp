@@ -1,5 +1,7 @@
 #include "koltx/FileOutputCallbacks.h"
 
+#include "kolt/StringUtils.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
@@ -10,42 +12,6 @@
 namespace koltx {
 
 namespace {
-
-// UTF-16 code units to UTF-8; an unpaired surrogate becomes U+FFFD.
-std::string toUtf8(std::wstring const& text) {
-    std::string out;
-    out.reserve(text.size());
-    for (size_t i = 0; i < text.size(); ++i) {
-        uint32_t c = static_cast<uint32_t>(text[i]) & 0xFFFFu;
-        if (c >= 0xD800 && c <= 0xDBFF && i + 1 < text.size()) {
-            uint32_t const low = static_cast<uint32_t>(text[i + 1]) & 0xFFFFu;
-            if (low >= 0xDC00 && low <= 0xDFFF) {
-                c = 0x10000 + ((c - 0xD800) << 10) + (low - 0xDC00);
-                ++i;
-            } else {
-                c = 0xFFFD;
-            }
-        } else if (c >= 0xD800 && c <= 0xDFFF) {
-            c = 0xFFFD;
-        }
-        if (c < 0x80) {
-            out += static_cast<char>(c);
-        } else if (c < 0x800) {
-            out += static_cast<char>(0xC0 | (c >> 6));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else if (c < 0x10000) {
-            out += static_cast<char>(0xE0 | (c >> 12));
-            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else {
-            out += static_cast<char>(0xF0 | (c >> 18));
-            out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        }
-    }
-    return out;
-}
 
 void setStatus(kolt::Status* status, kolt::Status value) {
     if (status != nullptr)
@@ -81,7 +47,7 @@ std::string FileOutputCallbacks::targetPath(std::wstring const& name) const {
     std::string path = directory.empty() ? std::string(".") : directory;
     if (path.back() != '/')
         path += '/';
-    return path + toUtf8(name);
+    return path + kolt::StringUtils::toUTF8(name);
 }
 
 uint64_t FileOutputCallbacks::open(wchar_t const* /*encoderId*/, int32_t /*contentType*/,

@@ -95,6 +95,11 @@ TEST(FileOutputCallbacks, WritesThroughATemporaryFileRenamedOnClose) {
     out.write(nested, "png", 3);
     EXPECT_EQ(out.close(nested, false, nullptr), 0);
     EXPECT_EQ(dir.read("textures/wall.png"), "png");
+    // Names are UTF-16; files get them in UTF-8.
+    uint64_t const wide = openOut(out, L"w\u00e4nd.png", status);
+    out.write(wide, "w", 1);
+    EXPECT_EQ(out.close(wide, false, nullptr), 0);
+    EXPECT_TRUE(fs::exists(dir.path / "w\xc3\xa4nd.png"));
 }
 
 TEST(FileOutputCallbacks, RefusesNamesOutsideItsDirectory) {

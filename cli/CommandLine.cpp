@@ -1,0 +1,72 @@
+#include "CommandLine.h"
+
+#include "UsageError.h"
+
+CommandLine CommandLine::parse(std::vector<std::string> const& arguments) {
+    CommandLine line;
+    bool optionsEnded = false;
+    std::vector<std::string> positionals;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        std::string const& arg = arguments[i];
+        if (optionsEnded || arg.empty() || arg[0] != '-' || arg == "-") {
+            positionals.push_back(arg);
+        } else if (arg == "--") {
+            optionsEnded = true;
+        } else if (arg == "--help" || arg == "-h") {
+            line.command = "help";
+        } else if (arg == "--version") {
+            if (line.command != "help")
+                line.command = "version";
+        } else if (arg == "--json") {
+            line.json = true;
+        } else if (arg == "--extensions" || arg.rfind("--extensions=", 0) == 0) {
+            if (arg == "--extensions") {
+                if (i + 1 >= arguments.size())
+                    throw UsageError("option --extensions needs a folder");
+                line.extensionsDir = arguments[++i];
+            } else {
+                line.extensionsDir = arg.substr(std::string("--extensions=").size());
+            }
+            if (line.extensionsDir.empty())
+                throw UsageError("option --extensions needs a folder");
+        } else {
+            throw UsageError("unknown option " + arg);
+        }
+    }
+    if (!line.command.empty())
+        return line; // --help and --version need nothing else
+    if (positionals.empty())
+        throw UsageError("no command given");
+    line.command = positionals.front();
+    line.files.assign(positionals.begin() + 1, positionals.end());
+    if (line.command == "help" || line.command == "version") {
+        // accepted as words too
+    } else if (line.command == "selfcheck") {
+        if (!line.files.empty())
+            throw UsageError("selfcheck takes no arguments");
+    } else if (line.command == "info") {
+        if (line.files.size() != 1)
+            throw UsageError("info needs exactly one input file");
+    } else if (line.command == "convert") {
+        if (line.files.size() != 2)
+            throw UsageError("convert needs an input and an output file");
+    } else {
+        throw UsageError("unknown command " + line.command);
+    }
+    return line;
+}
+
+std::string CommandLine::usage() {
+    return "Usage:\n"
+           "  gmlcodec info FILE.gml [--json]     summarise what the codec decodes from a file\n"
+           "  gmlcodec convert IN.gml OUT.obj     convert CityGML to OBJ (with .mtl, textures and\n"
+           "                                      an attributes file beside it)\n"
+           "  gmlcodec selfcheck                  load the codec and list its factories\n"
+           "  gmlcodec --help | --version\n"
+           "\n"
+           "Options:\n"
+           "  --json              info prints one JSON object\n"
+           "  --extensions DIR    load the codec from DIR instead of the tool's own folder\n"
+           "\n"
+           "Exit codes: 0 success, 1 the work failed, 2 usage error.\n";
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+// The parsed command line: one command, its file arguments and the options the tool knows.
+// Options may stand anywhere after the program name; "--" ends them.
+class CommandLine {
+public:
+    // Throws UsageError for an unknown option or a missing option value.
+    static CommandLine parse(std::vector<std::string> const& arguments);
+
+    static std::string usage();
+
+    std::string command; // "info", "convert", "selfcheck", "help" or "version"
+    std::vector<std::string> files;
+    bool json = false;
+    std::string extensionsDir; // empty: the folder of the executable
+};

@@ -1,0 +1,69 @@
+#include "ConvertCommand.h"
+
+#include "CodecHost.h"
+#include "CommandLine.h"
+#include "FileDecoder.h"
+#include "GeometrySummary.h"
+#include "ObjWriter.h"
+#include "UsageError.h"
+
+#include <kolt/StringUtils.h>
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <ostream>
+#include <stdexcept>
+
+namespace {
+
+std::string extension(std::string const& path) {
+    std::string ext = std::filesystem::path(path).extension().string();
+    std::transform(ext.begin(), ext.end(), ext.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return ext;
+}
+
+void printWarnings(std::wstring const& warnings, std::ostream& err) {
+    for (auto const& line : GeometrySummary(nullptr, warnings).warnings)
+        err << "warning: " << line << "\n";
+}
+
+} // namespace
+
+int ConvertCommand::run(CodecHost const& host, CommandLine const& line, std::ostream& out,
+                        std::ostream& err) {
+    std::string const from = extension(line.files.at(0));
+    std::string const to = extension(line.files.at(1));
+    if ((from == ".gml" || from == ".xml") && to == ".obj")
+        return gmlToObj(host, line, out, err);
+    throw UsageError("cannot convert " + (from.empty() ? std::string("(no extension)") : from) +
+                     " to " + (to.empty() ? std::string("(no extension)") : to));
+}
+
+int ConvertCommand::gmlToObj(CodecHost const& host, CommandLine const& line, std::ostream& out,
+                             std::ostream& err) {
+    std::string const& input = line.files.at(0);
+    std::string const& output = line.files.at(1);
+    DecodedFile decoded = FileDecoder(host.manager()).decode(input, true);
+    if (!decoded.loaded) {
+        for (auto const& warning : GeometrySummary(nullptr, decoded.warnings).warnings)
+            err << "gmlcodec: " << warning << "\n";
+        return 1;
+    }
+    GeometrySummary const summary(decoded.geometry, decoded.warnings);
+    std::wstring writeWarnings;
+    ObjWriter writer(output);
+    try {
+        writer.write(decoded.geometry, summary, writeWarnings);
+    } catch (std::exception const& e) {
+        printWarnings(decoded.warnings + writeWarnings, err);
+        err << "gmlcodec: " << e.what() << "\n";
+        return 1;
+    }
+    printWarnings(decoded.warnings + writeWarnings, err);
+    out << "wrote " << output << ": " << summary.meshes << " meshes, " << summary.faces
+        << " faces, " << summary.holes << " holes, " << summary.vertices << " vertices, "
+        << summary.materials << " materials, " << summary.textures << " textures\n";
+    return 0;
+}

@@ -1,0 +1,109 @@
+#include "EncodeOptions.h"
+
+#include "UsageError.h"
+
+#include <kolt/AttributeMapBuilder.h>
+#include <kolt/StringUtils.h>
+
+#include <charconv>
+#include <cmath>
+
+namespace {
+
+// "--name value" or "--name=value"; true if arguments[i] is the option `name`.
+bool takeValue(std::vector<std::string> const& arguments, std::size_t& i, std::string const& name,
+               std::string& value) {
+    std::string const& arg = arguments[i];
+    if (arg == name) {
+        if (i + 1 >= arguments.size())
+            throw UsageError("option " + name + " needs a value");
+        value = arguments[++i];
+        return true;
+    }
+    if (arg.size() > name.size() && arg.compare(0, name.size(), name) == 0 &&
+        arg[name.size()] == '=') {
+        value = arg.substr(name.size() + 1);
+        return true;
+    }
+    return false;
+}
+
+int parseLod(std::string const& text) {
+    int value = 0;
+    auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size() || value < 0)
+        throw UsageError("option --lod needs a whole number of 0 or more, not '" + text + "'");
+    return value;
+}
+
+double parsePrecision(std::string const& text) {
+    double value = 0;
+    auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value) ||
+        value <= 0 || value > 1)
+        throw UsageError("option --vertex-precision needs a distance above 0 and at most 1, not '" +
+                         text + "'");
+    return value;
+}
+
+} // namespace
+
+bool EncodeOptions::consume(std::vector<std::string> const& arguments, std::size_t& i) {
+    std::string const& arg = arguments[i];
+    std::string value;
+    if (takeValue(arguments, i, "--lod", value)) {
+        lod = parseLod(value);
+    } else if (takeValue(arguments, i, "--base-name", value)) {
+        if (value.empty())
+            throw UsageError("option --base-name needs a name");
+        baseName = value;
+    } else if (takeValue(arguments, i, "--srs-name", value)) {
+        srsName = value;
+    } else if (takeValue(arguments, i, "--vertex-precision", value)) {
+        vertexPrecision = parsePrecision(value);
+    } else if (arg == "--merge-vertices") {
+        mergeVertices = true;
+    } else if (arg == "--no-merge-vertices") {
+        mergeVertices = false;
+    } else if (arg == "--error-fallback") {
+        errorFallback = true;
+    } else if (arg == "--no-error-fallback") {
+        errorFallback = false;
+    } else {
+        return false;
+    }
+    return true;
+}
+
+void EncodeOptions::apply(kolt::AttributeMapBuilder& builder) const {
+    if (lod)
+        builder.setInt(L"LOD", *lod);
+    if (baseName)
+        builder.setString(L"baseName", kolt::StringUtils::toUTF16(*baseName).c_str());
+    if (srsName)
+        builder.setString(L"srsName", kolt::StringUtils::toUTF16(*srsName).c_str());
+    if (vertexPrecision)
+        builder.setFloat(L"vertexPrecision", *vertexPrecision);
+    if (mergeVertices)
+        builder.setBool(L"mergeVertices", *mergeVertices);
+    if (errorFallback)
+        builder.setBool(L"errorFallback", *errorFallback);
+}
+
+bool EncodeOptions::empty() const {
+    return !lod && !baseName && !srsName && !vertexPrecision && !mergeVertices && !errorFallback;
+}
+
+std::string EncodeOptions::usage() {
+    return "Encoding options (convert to .gml):\n"
+           "  --lod N                   highest level of detail written (default 4)\n"
+           "  --base-name NAME          write NAME.gml in OUT's folder instead of OUT\n"
+           "  --srs-name NAME           spatial reference system of the envelopes (default: the\n"
+           "                            input's own, for CityGML input)\n"
+           "  --vertex-precision D      coordinate resolution, 1e-10 to 1 (default: the\n"
+           "                            resolution the input's coordinates need, at least 0.001)\n"
+           "  --merge-vertices, --no-merge-vertices\n"
+           "                            share vertices closer than the precision (default on)\n"
+           "  --error-fallback, --no-error-fallback\n"
+           "                            write a shape's own geometry when its leaves fail\n";
+}

@@ -1,0 +1,63 @@
+#include "FileDecoder.h"
+
+#include "CountingStreamBuf.h"
+#include "ProgressBar.h"
+
+#include <kolt/Cache.h>
+#include <kolt/StringUtils.h>
+#include <koltx/ExtensionManager.h>
+#include <koltx/Geometry.h>
+#include <koltx/KOLTUtils.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <optional>
+#include <unistd.h>
+
+namespace {
+
+std::wstring const LoadFailure = L"Failed to load citygml file: ";
+
+} // namespace
+
+FileDecoder::FileDecoder(koltx::ExtensionManager& extensionManager) : manager(extensionManager) {}
+
+DecodedFile FileDecoder::decode(std::string const& path, bool progressAllowed) const {
+    DecodedFile out;
+    std::error_code error;
+    std::filesystem::path const absolute = std::filesystem::absolute(path, error);
+    std::filebuf file;
+    if (error || std::filesystem::is_directory(absolute) ||
+        file.open(absolute, std::ios::in | std::ios::binary) == nullptr) {
+        out.warnings = L"Cannot open " + kolt::StringUtils::toUTF16(path) + L"\n";
+        return out;
+    }
+    uint64_t const size = std::filesystem::file_size(absolute, error);
+
+    std::optional<ProgressBar> bar;
+    if (progressAllowed && !error && size > ProgressThreshold && isatty(STDERR_FILENO) == 1)
+        bar.emplace(std::cerr, "decoding", size);
+    CountingStreamBuf counting(file, [&bar](uint64_t done) {
+        if (bar)
+            bar->update(done);
+    });
+    std::istream stream(&counting);
+
+    std::shared_ptr<koltx::GeometryDecoder> const decoder = manager.createDecoder(DecoderID);
+    auto const cache = koltx::KOLTUtils::share(kolt::Cache::create());
+    std::vector<std::shared_ptr<koltx::Content>> results;
+    decoder->decode(results, stream, cache.get(), kolt::StringUtils::toUTF16(absolute.string()),
+                    nullptr, out.warnings);
+    if (bar)
+        bar->finish();
+
+    out.loaded = !(results.empty() && out.warnings.rfind(LoadFailure, 0) == 0);
+    for (auto const& content : results) {
+        if (auto geometry = std::dynamic_pointer_cast<koltx::Geometry>(content)) {
+            out.geometry = geometry;
+            break;
+        }
+    }
+    return out;
+}

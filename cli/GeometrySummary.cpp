@@ -1,0 +1,144 @@
+#include "GeometrySummary.h"
+
+#include "Json.h"
+
+#include <kolt/AttributeMap.h>
+#include <kolt/StringUtils.h>
+#include <koltx/Geometry.h>
+
+#include <set>
+#include <sstream>
+
+namespace {
+
+std::wstring const FieldsPrefix = L"/fields/";
+std::wstring const SpatialReferenceKey = L"/georef/spatialReference";
+
+std::string utf8(wchar_t const* text) {
+    return kolt::StringUtils::toUTF8(text == nullptr ? std::wstring() : std::wstring(text));
+}
+
+// An attribute's value as JSON, whatever its host type.
+std::string jsonValue(kolt::AttributeMap const& map, wchar_t const* key) {
+    std::size_t count = 0;
+    std::string out;
+    auto list = [&](auto const* values, auto&& one) {
+        out = "[";
+        for (std::size_t i = 0; i < count; ++i)
+            out += (i ? ", " : "") + one(values[i]);
+        out += "]";
+    };
+    switch (map.getType(key)) {
+    case kolt::PT_STRING:
+        return Json::quote(utf8(map.getString(key)));
+    case kolt::PT_FLOAT:
+        return Json::number(map.getFloat(key));
+    case kolt::PT_INT:
+        return std::to_string(map.getInt(key));
+    case kolt::PT_BOOL:
+        return map.getBool(key) ? "true" : "false";
+    case kolt::PT_STRING_ARRAY:
+        list(map.getStringArray(key, &count),
+             [](wchar_t const* v) { return Json::quote(utf8(v)); });
+        return out;
+    case kolt::PT_FLOAT_ARRAY:
+        list(map.getFloatArray(key, &count), [](double v) { return Json::number(v); });
+        return out;
+    case kolt::PT_INT_ARRAY:
+        list(map.getIntArray(key, &count), [](int32_t v) { return std::to_string(v); });
+        return out;
+    case kolt::PT_BOOL_ARRAY:
+        list(map.getBoolArray(key, &count),
+             [](bool v) { return std::string(v ? "true" : "false"); });
+        return out;
+    default:
+        return "null";
+    }
+}
+
+std::string jsonArray(std::vector<std::string> const& items) {
+    std::string out = "[";
+    for (std::size_t i = 0; i < items.size(); ++i)
+        out += (i ? ", " : "") + Json::quote(items[i]);
+    return out + "]";
+}
+
+} // namespace
+
+GeometrySummary::GeometrySummary(std::shared_ptr<koltx::Geometry> const& geometry,
+                                 std::wstring const& warningText) {
+    std::wistringstream lines(warningText);
+    for (std::wstring line; std::getline(lines, line);) {
+        if (!line.empty())
+            warnings.push_back(kolt::StringUtils::toUTF8(line));
+    }
+    if (!geometry)
+        return;
+
+    std::set<void const*> materialSet;
+    std::set<void const*> textureSet;
+    meshes = geometry->getMeshes().size();
+    for (auto const& mesh : geometry->getMeshes()) {
+        meshNames.push_back(kolt::StringUtils::toUTF8(mesh->getName()));
+        vertices += mesh->getVertexCount();
+        for (uint32_t face = 0; face < mesh->getFaceCount(); ++face) {
+            if (mesh->isHoleFace(face))
+                ++holes;
+            else
+                ++faces;
+        }
+        for (auto const& material : mesh->getMaterials()) {
+            materialSet.insert(material.get());
+            for (auto const& texture : material->getDiffuseMap()) {
+                if (texture)
+                    textureSet.insert(texture.get());
+            }
+        }
+    }
+    materials = materialSet.size();
+    textures = textureSet.size();
+
+    kolt::AttributeMap const& map = *geometry->getAttributeMap();
+    std::size_t count = 0;
+    wchar_t const* const* keys = map.getKeys(&count);
+    for (std::size_t i = 0; i < count; ++i) {
+        std::wstring const key = keys[i];
+        if (key == SpatialReferenceKey && map.getType(keys[i]) == kolt::PT_STRING)
+            spatialReference = utf8(map.getString(keys[i]));
+        else if (key.rfind(FieldsPrefix, 0) == 0)
+            attributes.emplace_back(kolt::StringUtils::toUTF8(key.substr(FieldsPrefix.size())),
+                                    jsonValue(map, keys[i]));
+    }
+}
+
+std::string GeometrySummary::toJson() const {
+    std::ostringstream out;
+    out << "{\"meshes\": " << meshes << ", \"faces\": " << faces << ", \"holes\": " << holes
+        << ", \"vertices\": " << vertices << ", \"materials\": " << materials
+        << ", \"textures\": " << textures << ", \"spatialReference\": "
+        << (spatialReference ? Json::quote(*spatialReference) : "null") << ", \"attributes\": {";
+    for (std::size_t i = 0; i < attributes.size(); ++i)
+        out << (i ? ", " : "") << Json::quote(attributes[i].first) << ": " << attributes[i].second;
+    out << "}, \"warnings\": " << jsonArray(warnings) << ", \"meshNames\": " << jsonArray(meshNames)
+        << "}\n";
+    return out.str();
+}
+
+std::string GeometrySummary::toText() const {
+    std::ostringstream out;
+    out << "meshes:            " << meshes << "\n"
+        << "faces:             " << faces << " (and " << holes << " holes)\n"
+        << "vertices:          " << vertices << "\n"
+        << "materials:         " << materials << "\n"
+        << "textures:          " << textures << "\n"
+        << "spatial reference: " << (spatialReference ? *spatialReference : "(none)") << "\n"
+        << "attributes:        " << attributes.size() << "\n";
+    for (auto const& [name, value] : attributes)
+        out << "  " << name << " = " << value << "\n";
+    out << "warnings:          " << warnings.size() << "\n";
+    if (!meshNames.empty()) {
+        out << "first mesh:        " << meshNames.front() << "\n";
+        out << "last mesh:         " << meshNames.back() << "\n";
+    }
+    return out.str();
+}

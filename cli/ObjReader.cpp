@@ -1,0 +1,160 @@
+#include "ObjReader.h"
+
+#include <kolt/Cache.h>
+#include <kolt/StringUtils.h>
+#include <koltx/DataBackend.h>
+#include <koltx/Material.h>
+#include <koltx/MaterialBuilder.h>
+#include <koltx/Mesh.h>
+#include <koltx/MeshBuilder.h>
+
+#include <tiny_obj_loader.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <stdexcept>
+
+namespace {
+
+constexpr std::uint32_t unset = UINT32_MAX;
+
+std::vector<double> colour(tinyobj::real_t const* rgb) {
+    return {static_cast<double>(rgb[0]), static_cast<double>(rgb[1]), static_cast<double>(rgb[2])};
+}
+
+// The .mtl stores Phong exponents; the host's shininess is a fraction of the usual 128.
+std::shared_ptr<koltx::Material> convertMaterial(tinyobj::material_t const& source,
+                                                 std::filesystem::path const& folder,
+                                                 kolt::Cache* cache, std::wstring& warnings) {
+    koltx::MaterialBuilder builder;
+    builder.name(kolt::StringUtils::toUTF16(source.name))
+        .ambientColor(colour(source.ambient))
+        .diffuseColor(colour(source.diffuse))
+        .specularColor(colour(source.specular))
+        .emissiveColor(colour(source.emission))
+        .shininess(std::clamp(static_cast<double>(source.shininess) / 128.0, 0.0, 1.0))
+        .opacity(std::clamp(static_cast<double>(source.dissolve), 0.0, 1.0));
+    if (!source.diffuse_texname.empty()) {
+        std::filesystem::path const file = (folder / source.diffuse_texname).lexically_normal();
+        std::wstring const key = kolt::StringUtils::toUTF16(file.string());
+        auto texture = koltx::DataBackend::resolveTexture(cache, key, nullptr, &warnings);
+        if (texture)
+            builder.diffuseMap({texture}, {key});
+    }
+    return builder.createSharedAndReset(&warnings);
+}
+
+// Maps indices of the whole file to indices of one mesh; reset cheaply between meshes.
+class IndexMap {
+public:
+    explicit IndexMap(std::size_t size) : map(size, unset) {}
+    std::uint32_t& operator[](std::size_t index) {
+        if (map[index] == unset)
+            touched.push_back(index);
+        return map[index];
+    }
+    void reset() {
+        for (auto index : touched)
+            map[index] = unset;
+        touched.clear();
+    }
+
+private:
+    std::vector<std::uint32_t> map;
+    std::vector<std::size_t> touched;
+};
+
+} // namespace
+
+std::vector<std::shared_ptr<koltx::Mesh>>
+ObjReader::read(std::string const& path, kolt::Cache* cache, std::wstring& warnings) {
+    std::filesystem::path const file(path);
+    if (!std::filesystem::is_regular_file(file))
+        throw std::runtime_error("cannot read " + path);
+    tinyobj::ObjReaderConfig config;
+    config.triangulate = false;
+    config.vertex_color = false;
+    config.mtl_search_path = file.parent_path().string();
+    tinyobj::ObjReader reader;
+    if (!reader.ParseFromFile(path, config))
+        throw std::runtime_error("cannot read " + path + ": " +
+                                 (reader.Error().empty() ? "not an OBJ file" : reader.Error()));
+    if (!reader.Warning().empty())
+        warnings += kolt::StringUtils::toUTF16(reader.Warning());
+
+    auto const& attrib = reader.GetAttrib();
+    std::filesystem::path const folder =
+        config.mtl_search_path.empty() ? std::filesystem::path(".") : file.parent_path();
+    std::vector<std::shared_ptr<koltx::Material>> materials;
+    for (auto const& material : reader.GetMaterials())
+        materials.push_back(convertMaterial(material, folder, cache, warnings));
+    std::shared_ptr<koltx::Material> const plain =
+        koltx::MaterialBuilder().createSharedAndReset(nullptr);
+
+    IndexMap vertexMap(attrib.vertices.size() / 3);
+    IndexMap uvMap(attrib.texcoords.size() / 2);
+    std::vector<std::shared_ptr<koltx::Mesh>> meshes;
+    for (auto const& shape : reader.GetShapes()) {
+        auto const& mesh = shape.mesh;
+        if (mesh.num_face_vertices.empty())
+            continue; // lines and points have no surface
+        koltx::MeshBuilder builder;
+        builder.setName(kolt::StringUtils::toUTF16(shape.name));
+        builder.reserve(mesh.indices.size(), mesh.num_face_vertices.size(), mesh.indices.size());
+        std::map<int, std::uint32_t> materialIndex;
+        std::size_t offset = 0;
+        for (std::size_t f = 0; f < mesh.num_face_vertices.size(); ++f) {
+            std::size_t const count = mesh.num_face_vertices[f];
+            bool withUVs = true;
+            for (std::size_t k = 0; k < count; ++k) {
+                auto const& index = mesh.indices[offset + k];
+                if (index.vertex_index < 0 ||
+                    static_cast<std::size_t>(index.vertex_index) * 3 + 2 >= attrib.vertices.size())
+                    throw std::runtime_error("cannot read " + path + ": face " +
+                                             std::to_string(f + 1) + " of '" + shape.name +
+                                             "' refers to a missing vertex");
+                withUVs = withUVs && index.texcoord_index >= 0 &&
+                          static_cast<std::size_t>(index.texcoord_index) * 2 + 1 <
+                              attrib.texcoords.size();
+            }
+            std::uint32_t const face = builder.addFace();
+            for (std::size_t k = 0; k < count; ++k) {
+                auto const& index = mesh.indices[offset + k];
+                auto const v = static_cast<std::size_t>(index.vertex_index);
+                std::uint32_t& vertex = vertexMap[v];
+                if (vertex == unset) {
+                    double const xyz[3] = {attrib.vertices[3 * v], attrib.vertices[3 * v + 1],
+                                           attrib.vertices[3 * v + 2]};
+                    vertex = builder.addVertexCoords(xyz);
+                }
+                builder.addFaceVertexIndex(face, vertex);
+                if (withUVs) {
+                    auto const t = static_cast<std::size_t>(index.texcoord_index);
+                    std::uint32_t& uv = uvMap[t];
+                    if (uv == unset) {
+                        double const st[2] = {attrib.texcoords[2 * t], attrib.texcoords[2 * t + 1]};
+                        uv = builder.addUVCoords(0, st);
+                    }
+                    builder.addFaceUVIndex(face, 0, uv);
+                }
+            }
+            offset += count;
+
+            int const id = f < mesh.material_ids.size() ? mesh.material_ids[f] : -1;
+            auto found = materialIndex.find(id);
+            if (found == materialIndex.end()) {
+                bool const known = id >= 0 && static_cast<std::size_t>(id) < materials.size();
+                std::uint32_t const added =
+                    builder.addMaterial(known ? materials[static_cast<std::size_t>(id)] : plain);
+                found = materialIndex.emplace(id, added).first;
+            }
+            builder.setFaceMaterialIndex(face, found->second);
+        }
+        vertexMap.reset();
+        uvMap.reset();
+        meshes.push_back(builder.createSharedAndReset(&warnings));
+    }
+    return meshes;
+}

@@ -1,0 +1,205 @@
+#include "ObjWriter.h"
+
+#include "AtomicFile.h"
+#include "GeometrySummary.h"
+#include "Json.h"
+
+#include <kolt/StringUtils.h>
+#include <koltx/Geometry.h>
+#include <koltx/Material.h>
+#include <koltx/MeshUtils.h>
+#include <koltx/ResolveMap.h>
+#include <koltx/Texture.h>
+#include <koltx/URI.h>
+
+#include <charconv>
+#include <set>
+#include <stdexcept>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// Shortest fixed-point text that reads back as the same double; -0 is written as 0.
+std::string number(double value) {
+    char text[400];
+    auto const result =
+        std::to_chars(text, text + sizeof text, value + 0.0, std::chars_format::fixed);
+    return std::string(text, result.ptr);
+}
+
+std::string colour(std::vector<double> const& rgb) {
+    std::string out;
+    for (std::size_t i = 0; i < 3; ++i)
+        out += " " + number(i < rgb.size() ? rgb[i] : 0.0);
+    return out;
+}
+
+// File names from documents may hold anything; keep letters, digits, "-", "_" and ".".
+std::string legalFileName(std::string name) {
+    for (char& c : name) {
+        bool const ok = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+                        (c >= '0' && c <= '9') || c == '-' || c == '_' || c == '.';
+        if (!ok)
+            c = '_';
+    }
+    for (char& c : name) {
+        if (c != '.')
+            break;
+        c = '_';
+    }
+    return name.empty() ? std::string("texture") : name;
+}
+
+} // namespace
+
+ObjWriter::ObjWriter(fs::path objPath) : obj(std::move(objPath)) {
+    fs::path const dir = obj.parent_path();
+    std::string const stem = obj.stem().string();
+    mtl = dir / (stem + ".mtl");
+    attributes = dir / (stem + ".attributes.json");
+}
+
+std::string ObjWriter::materialName(koltx::Material const* material) {
+    auto const known = materialNames.find(material);
+    if (known != materialNames.end())
+        return known->second;
+    std::string name = "material_" + std::to_string(materialOrder.size());
+    materialNames.emplace(material, name);
+    materialOrder.push_back(material);
+    return name;
+}
+
+std::string ObjWriter::textureFile(koltx::Material const& material, std::wstring& warnings) {
+    auto const& textures = material.getDiffuseMap();
+    auto const& keys = material.getDiffuseMapKeys();
+    for (std::size_t i = 0; i < textures.size() && i < keys.size(); ++i) {
+        if (!textures[i] || !textures[i]->isValid())
+            continue;
+        auto const known = textureFiles.find(keys[i]);
+        if (known != textureFiles.end())
+            return known->second.name;
+        auto const uri = koltx::ResolveMap::resolveKeyWithURIFallback(nullptr, keys[i]);
+        fs::path const source = uri ? fs::path(uri->getNativePath()) : fs::path();
+        std::error_code error;
+        if (source.empty() || !fs::is_regular_file(source, error)) {
+            warnings += L"Texture " + keys[i] + L" is not a local file and was not copied\n";
+            textureFiles.emplace(keys[i], TextureFile{std::string(), fs::path()});
+            return std::string();
+        }
+        // Unique within this output: wall.png, wall_1.png, ...
+        std::string const legal = legalFileName(source.filename().string());
+        fs::path const base(legal);
+        std::string name = legal;
+        std::set<std::string> taken;
+        for (auto const& entry : textureFiles)
+            taken.insert(entry.second.name);
+        for (int n = 1; taken.count(name) != 0 || name == obj.filename().string() ||
+                        name == mtl.filename().string() || name == attributes.filename().string();
+             ++n)
+            name = base.stem().string() + "_" + std::to_string(n) + base.extension().string();
+        textureFiles.emplace(keys[i], TextureFile{name, source});
+        return name;
+    }
+    return std::string();
+}
+
+void ObjWriter::write(std::shared_ptr<koltx::Geometry> const& geometry,
+                      GeometrySummary const& summary, std::wstring& warnings) {
+    AtomicFile objFile(obj);
+    std::ostream& out = objFile.stream();
+    out << "# gmlcodec " << GMLCODEC_VERSION << "\n"
+        << "# axes: x east, y up, z south (the file's x, z, -y)\n"
+        << "mtllib " << mtl.filename().string() << "\n";
+
+    std::size_t vertexBase = 1;
+    std::size_t uvBase = 1;
+    if (geometry) {
+        for (auto const& original : geometry->getMeshes()) {
+            auto const mesh = koltx::MeshUtils::triangulateHoles(original, &warnings);
+            out << "o " << kolt::StringUtils::toUTF8(mesh->getName()) << "\n";
+            auto const& coords = mesh->getVertexCoords();
+            for (std::size_t i = 0; i + 2 < coords.size(); i += 3)
+                out << "v " << number(coords[i]) << " " << number(coords[i + 1]) << " "
+                    << number(coords[i + 2]) << "\n";
+            auto const& uvs = mesh->getUVCoords(0);
+            for (std::size_t i = 0; i + 1 < uvs.size(); i += 2)
+                out << "vt " << number(uvs[i]) << " " << number(uvs[i + 1]) << "\n";
+
+            std::string current;
+            auto const& faceMaterials = mesh->getFaceMaterialIndices();
+            auto const& materials = mesh->getMaterials();
+            for (uint32_t face = 0; face < mesh->getFaceCount(); ++face) {
+                if (mesh->isHoleFace(face))
+                    continue;
+                uint32_t const index = face < faceMaterials.size() ? faceMaterials[face] : 0;
+                if (index < materials.size()) {
+                    std::string const name = materialName(materials[index].get());
+                    if (name != current) {
+                        out << "usemtl " << name << "\n";
+                        current = name;
+                    }
+                }
+                uint32_t const count = mesh->getFaceVertexCount(face);
+                uint32_t const* vertices = mesh->getFaceVertexIndices(face);
+                uint32_t const* uvIndices = mesh->getFaceUVIndices(face, 0);
+                bool const withUVs = uvIndices != nullptr && mesh->getFaceUVCount(face, 0) == count;
+                out << "f";
+                for (uint32_t k = 0; k < count; ++k) {
+                    out << " " << vertexBase + vertices[k];
+                    if (withUVs)
+                        out << "/" << uvBase + uvIndices[k];
+                }
+                out << "\n";
+            }
+            vertexBase += mesh->getVertexCount();
+            uvBase += uvs.size() / 2;
+        }
+    }
+
+    AtomicFile mtlFile(mtl);
+    std::ostream& m = mtlFile.stream();
+    m << "# gmlcodec " << GMLCODEC_VERSION << "\n";
+    for (koltx::Material const* material : materialOrder) {
+        m << "\nnewmtl " << materialNames.at(material) << "\n"
+          << "Ka" << colour(material->getAmbientColor()) << "\n"
+          << "Kd" << colour(material->getDiffuseColor()) << "\n"
+          << "Ks" << colour(material->getSpecularColor()) << "\n"
+          << "Ke" << colour(material->getEmissiveColor())
+          << "\n"
+          // Shininess in [0, 1] as in X3D; the OBJ exponent is that times 128, as OpenGL has it.
+          << "Ns " << number(material->getShininess() * 128.0) << "\n"
+          << "d " << number(material->getOpacity()) << "\n";
+        std::string const texture = textureFile(*material, warnings);
+        if (!texture.empty())
+            m << "map_Kd " << texture << "\n";
+    }
+
+    AtomicFile attributesFile(attributes);
+    std::ostream& a = attributesFile.stream();
+    a << "{\n  \"spatialReference\": "
+      << (summary.spatialReference ? Json::quote(*summary.spatialReference) : "null")
+      << ",\n  \"attributes\": {";
+    for (std::size_t i = 0; i < summary.attributes.size(); ++i)
+        a << (i ? "," : "") << "\n    " << Json::quote(summary.attributes[i].first) << ": "
+          << summary.attributes[i].second;
+    a << (summary.attributes.empty() ? "}" : "\n  }") << "\n}\n";
+
+    std::vector<std::unique_ptr<AtomicFile>> images;
+    for (auto const& [key, file] : textureFiles) {
+        if (file.name.empty())
+            continue;
+        std::ifstream in(file.source, std::ios::binary);
+        auto image = std::make_unique<AtomicFile>(obj.parent_path() / file.name);
+        image->stream() << in.rdbuf();
+        if (!in && !in.eof())
+            throw std::runtime_error("cannot read " + file.source.string());
+        images.push_back(std::move(image));
+    }
+    // Everything is complete; the OBJ appears last, so a reader never finds it before its parts.
+    for (auto& image : images)
+        image->commit();
+    attributesFile.commit();
+    mtlFile.commit();
+    objFile.commit();
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+class GeometrySummary;
+namespace koltx {
+class Geometry;
+class Material;
+class Texture;
+} // namespace koltx
+
+// Writes a decoded geometry as Wavefront OBJ: one "o" per mesh named by its mesh path, faces
+// with holes triangulated, texture coordinates, "usemtl" per material. Beside the OBJ go the
+// ".mtl", copies of the texture images under unique names and "<stem>.attributes.json". OBJ
+// gets the host's coordinates: y is up, z points to the file's negative y.
+class ObjWriter {
+public:
+    explicit ObjWriter(std::filesystem::path objPath);
+
+    // Writes everything or nothing; throws std::runtime_error naming the file that failed.
+    // Problems that don't stop the output (a face that cannot be triangulated, a texture that
+    // cannot be copied) are appended to `warnings`.
+    void write(std::shared_ptr<koltx::Geometry> const& geometry, GeometrySummary const& summary,
+               std::wstring& warnings);
+
+    std::filesystem::path const& mtlPath() const { return mtl; }
+    std::filesystem::path const& attributesPath() const { return attributes; }
+
+private:
+    struct TextureFile {
+        std::string name;
+        std::filesystem::path source;
+    };
+
+    std::string materialName(koltx::Material const* material);
+    std::string textureFile(koltx::Material const& material, std::wstring& warnings);
+
+    std::filesystem::path obj;
+    std::filesystem::path mtl;
+    std::filesystem::path attributes;
+    std::map<koltx::Material const*, std::string> materialNames;
+    std::vector<koltx::Material const*> materialOrder;
+    std::map<std::wstring, TextureFile> textureFiles; // by source key
+};

@@ -4,6 +4,7 @@
 
 #include <GL/glu.h>
 
+#include <algorithm>
 #include <cmath>
 #include <deque>
 #include <string>
@@ -160,7 +161,9 @@ void HoleTesselator::onVertex(void* vertex, void* self) {
     static_cast<HoleTesselator*>(self)->triangles.push_back(static_cast<Corner const*>(vertex));
 }
 
-// A new vertex where edges cross: position and UVs interpolated from its neighbours.
+// A new vertex where edges cross. GLU's weights are floats, so where the first two neighbours are
+// the ends of one edge (as for every crossing), position and UVs are interpolated along that edge
+// from the exact crossing point; otherwise by the normalised weights.
 void HoleTesselator::onCombine(GLdouble coords[3], void* data[4], GLfloat weight[4], void** out,
                                void* self) {
     auto* tesselator = static_cast<HoleTesselator*>(self);
@@ -169,17 +172,40 @@ void HoleTesselator::onCombine(GLdouble coords[3], void* data[4], GLfloat weight
     corner.projected[0] = coords[0];
     corner.projected[1] = coords[1];
     corner.projected[2] = coords[2];
-    corner.position[0] = corner.position[1] = corner.position[2] = 0.0;
     corner.uvIndices.assign(sets, NO_UV);
     corner.uvValues.assign(size_t(sets) * 2, 0.0);
+
+    Corner const* sources[4];
+    double weights[4];
+    double total = 0.0;
     for (int i = 0; i < 4; ++i) {
-        auto const* source = static_cast<Corner const*>(data[i]);
-        if (source == nullptr)
+        sources[i] = static_cast<Corner const*>(data[i]);
+        weights[i] = sources[i] != nullptr ? weight[i] : 0.0;
+        total += weights[i];
+    }
+    Corner const* a = sources[0];
+    Corner const* b = sources[1];
+    double const dx = a && b ? b->projected[0] - a->projected[0] : 0.0;
+    double const dy = a && b ? b->projected[1] - a->projected[1] : 0.0;
+    double const length2 = dx * dx + dy * dy;
+    if (length2 > 0.0) {
+        double const t =
+            ((coords[0] - a->projected[0]) * dx + (coords[1] - a->projected[1]) * dy) / length2;
+        std::fill(weights, weights + 4, 0.0);
+        weights[0] = 1.0 - t;
+        weights[1] = t;
+    } else if (total > 0.0) {
+        for (double& w : weights)
+            w /= total;
+    }
+    corner.position[0] = corner.position[1] = corner.position[2] = 0.0;
+    for (int i = 0; i < 4; ++i) {
+        if (sources[i] == nullptr || weights[i] == 0.0)
             continue;
-        for (int a = 0; a < 3; ++a)
-            corner.position[a] += weight[i] * source->position[a];
+        for (int axis = 0; axis < 3; ++axis)
+            corner.position[axis] += weights[i] * sources[i]->position[axis];
         for (size_t k = 0; k < corner.uvValues.size(); ++k)
-            corner.uvValues[k] += weight[i] * source->uvValues[k];
+            corner.uvValues[k] += weights[i] * sources[i]->uvValues[k];
     }
     corner.vertex = tesselator->builder.addVertexCoords(corner.position);
     for (uint32_t set = 0; set < sets; ++set)

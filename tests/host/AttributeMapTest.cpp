@@ -1,0 +1,141 @@
+#include "kolt/AttributeMap.h"
+#include "kolt/AttributeMapBuilder.h"
+#include "koltx/KOLTUtils.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+using koltx::KOLTUtils;
+
+TEST(AttributeMap, EveryTypeRoundTripsWithItsTypeCode) {
+    KOLTUtils::AttributeMapBuilderPtr builder(kolt::AttributeMapBuilder::create());
+    ASSERT_TRUE(builder);
+    int blind = 7;
+    wchar_t const* strings[] = {L"eins", L"zwei"};
+    double const floats[] = {1.5, -2.25, 3.0};
+    bool const bools[] = {true, false, true};
+    int32_t const ints[] = {-1, 0, 2147483647};
+    kolt::Status status = kolt::STATUS_UNSPECIFIED_ERROR;
+    builder->setString(L"s", L"h\u00E9llo", &status);
+    EXPECT_EQ(status, kolt::STATUS_OK);
+    builder->setFloat(L"f", 0.125);
+    builder->setBool(L"b", true);
+    builder->setInt(L"i", -42);
+    builder->setStringArray(L"sa", strings, 2);
+    builder->setFloatArray(L"fa", floats, 3);
+    builder->setBoolArray(L"ba", bools, 3);
+    builder->setIntArray(L"ia", ints, 3);
+    builder->setBlindData(L"x", &blind);
+    KOLTUtils::AttributeMapPtr map(builder->createAttributeMap());
+    ASSERT_TRUE(map);
+
+    struct Expected {
+        wchar_t const* key;
+        kolt::PrimitiveType type;
+    };
+    for (auto const& [key, type] :
+         {Expected{L"s", kolt::PT_STRING}, Expected{L"f", kolt::PT_FLOAT},
+          Expected{L"b", kolt::PT_BOOL}, Expected{L"i", kolt::PT_INT},
+          Expected{L"sa", kolt::PT_STRING_ARRAY}, Expected{L"fa", kolt::PT_FLOAT_ARRAY},
+          Expected{L"ba", kolt::PT_BOOL_ARRAY}, Expected{L"ia", kolt::PT_INT_ARRAY},
+          Expected{L"x", kolt::PT_BLIND_DATA}}) {
+        EXPECT_EQ(map->getType(key, &status), type) << std::wstring(key).size();
+        EXPECT_EQ(status, kolt::STATUS_OK);
+    }
+    EXPECT_EQ(int(kolt::PT_STRING), 1);
+    EXPECT_EQ(int(kolt::PT_BLIND_DATA), 9);
+
+    EXPECT_EQ(std::wstring(map->getString(L"s")), L"h\u00E9llo");
+    EXPECT_EQ(map->getFloat(L"f"), 0.125);
+    EXPECT_TRUE(map->getBool(L"b"));
+    EXPECT_EQ(map->getInt(L"i"), -42);
+    EXPECT_EQ(map->getBlindData(L"x"), &blind);
+    size_t count = 0;
+    auto const* sa = map->getStringArray(L"sa", &count);
+    ASSERT_EQ(count, 2u);
+    EXPECT_EQ(std::wstring(sa[1]), L"zwei");
+    auto const* fa = map->getFloatArray(L"fa", &count);
+    ASSERT_EQ(count, 3u);
+    EXPECT_EQ(fa[1], -2.25);
+    auto const* ba = map->getBoolArray(L"ba", &count);
+    ASSERT_EQ(count, 3u);
+    EXPECT_FALSE(ba[1]);
+    EXPECT_TRUE(ba[2]);
+    auto const* ia = map->getIntArray(L"ia", &count);
+    ASSERT_EQ(count, 3u);
+    EXPECT_EQ(ia[2], 2147483647);
+
+    // Keys come sorted by code unit.
+    auto const* keys = map->getKeys(&count);
+    std::vector<std::wstring> const names(keys, keys + count);
+    EXPECT_EQ(names, (std::vector<std::wstring>{L"b", L"ba", L"f", L"fa", L"i", L"ia", L"s", L"sa",
+                                                L"x"}));
+}
+
+TEST(AttributeMap, StatusesOfFailedReadsAndWrites) {
+    KOLTUtils::AttributeMapBuilderPtr builder(kolt::AttributeMapBuilder::create());
+    builder->setInt(L"n", 3);
+    kolt::Status status = kolt::STATUS_OK;
+    builder->setString(nullptr, L"v", &status);
+    EXPECT_EQ(status, kolt::STATUS_ILLEGAL_KEY);
+    builder->setString(L"k", nullptr, &status);
+    EXPECT_EQ(status, kolt::STATUS_ILLEGAL_VALUE);
+    builder->setFloatArray(L"k", nullptr, 2, &status);
+    EXPECT_EQ(status, kolt::STATUS_ILLEGAL_VALUE);
+    EXPECT_FALSE(builder->hasKey(L"k"));
+    KOLTUtils::AttributeMapPtr map(builder->createAttributeMap());
+
+    EXPECT_EQ(map->getString(L"n", &status), nullptr);
+    EXPECT_EQ(status, kolt::STATUS_KEY_TYPE_MISMATCH);
+    EXPECT_EQ(map->getInt(L"missing", &status), 0);
+    EXPECT_EQ(status, kolt::STATUS_KEY_NOT_FOUND);
+    EXPECT_FALSE(map->getBool(nullptr, &status));
+    EXPECT_EQ(status, kolt::STATUS_ILLEGAL_KEY);
+    size_t count = 99;
+    EXPECT_EQ(map->getFloatArray(L"n", &count, &status), nullptr);
+    EXPECT_EQ(count, 0u);
+    EXPECT_EQ(status, kolt::STATUS_KEY_TYPE_MISMATCH);
+    EXPECT_FALSE(map->hasKey(L"missing", &status));
+    EXPECT_EQ(status, kolt::STATUS_OK);
+    EXPECT_TRUE(map->hasKey(L"n"));
+    EXPECT_EQ(map->getType(L"missing", &status), kolt::PT_UNDEFINED);
+    EXPECT_EQ(status, kolt::STATUS_KEY_NOT_FOUND);
+}
+
+TEST(AttributeMap, BuilderReplacesCopiesAndResets) {
+    KOLTUtils::AttributeMapBuilderPtr builder(kolt::AttributeMapBuilder::create());
+    builder->setInt(L"a", 1);
+    builder->setString(L"a", L"now text");
+    KOLTUtils::AttributeMapPtr first(builder->createAttributeMap());
+    EXPECT_EQ(first->getType(L"a"), kolt::PT_STRING);
+
+    // A map outlives the builder's later changes.
+    builder->setBool(L"b", true);
+    EXPECT_FALSE(first->hasKey(L"b"));
+    KOLTUtils::AttributeMapPtr second(builder->createAttributeMapAndReset());
+    EXPECT_EQ(second->getKeyCount(), 2u);
+    KOLTUtils::AttributeMapPtr empty(builder->createAttributeMap());
+    EXPECT_EQ(empty->getKeyCount(), 0u);
+
+    KOLTUtils::AttributeMapBuilderPtr copy(
+        kolt::AttributeMapBuilder::createFromAttributeMap(second.get()));
+    copy->setFloat(L"c", 2.0);
+    KOLTUtils::AttributeMapPtr third(copy->createAttributeMap());
+    EXPECT_EQ(std::wstring(third->getString(L"a")), L"now text");
+    EXPECT_FALSE(third->equals(*second));
+    copy->remove(L"c");
+    KOLTUtils::AttributeMapPtr fourth(copy->createAttributeMap());
+    EXPECT_TRUE(fourth->equals(*second));
+}
+
+TEST(AttributeMap, SharedOwnershipDestroysOnce) {
+    std::shared_ptr<kolt::AttributeMapBuilder> builder =
+        KOLTUtils::share(kolt::AttributeMapBuilder::create());
+    builder->setInt(L"k", 1);
+    auto other = builder;
+    builder.reset();
+    KOLTUtils::AttributeMapPtr map(other->createAttributeMap());
+    EXPECT_EQ(map->getInt(L"k"), 1);
+}

@@ -1,0 +1,189 @@
+#include "koltx/DataBackend.h"
+#include "kolt/Cache.h"
+#include "kolt/StringUtils.h"
+#include "koltx/KOLTUtils.h"
+#include "koltx/URIUtils.h"
+
+#include <gtest/gtest.h>
+#include <png.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <jpeglib.h>
+#include <string>
+#include <vector>
+
+namespace fs = std::filesystem;
+using koltx::DataBackend;
+using koltx::Texture;
+
+namespace {
+
+// Writes rows top first, as image files hold them.
+void writePNG(fs::path const& path, uint32_t width, uint32_t height, int colorType,
+              std::vector<uint8_t> const& topFirst) {
+    std::FILE* file = std::fopen(path.c_str(), "wb");
+    ASSERT_NE(file, nullptr);
+    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+    png_infop info = png_create_info_struct(png);
+    png_init_io(png, file);
+    png_set_IHDR(png, info, width, height, 8, colorType, PNG_INTERLACE_NONE,
+                 PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    png_write_info(png, info);
+    size_t const stride = topFirst.size() / height;
+    for (uint32_t row = 0; row < height; ++row)
+        png_write_row(png, topFirst.data() + row * stride);
+    png_write_end(png, nullptr);
+    png_destroy_write_struct(&png, &info);
+    std::fclose(file);
+}
+
+void writeJPEG(fs::path const& path, uint32_t width, uint32_t height, int components,
+               std::vector<uint8_t> const& topFirst) {
+    std::FILE* file = std::fopen(path.c_str(), "wb");
+    ASSERT_NE(file, nullptr);
+    jpeg_compress_struct info;
+    jpeg_error_mgr error;
+    info.err = jpeg_std_error(&error);
+    jpeg_create_compress(&info);
+    jpeg_stdio_dest(&info, file);
+    info.image_width = width;
+    info.image_height = height;
+    info.input_components = components;
+    info.in_color_space = components == 1 ? JCS_GRAYSCALE : JCS_RGB;
+    jpeg_set_defaults(&info);
+    jpeg_set_quality(&info, 100, TRUE);
+    jpeg_start_compress(&info, TRUE);
+    while (info.next_scanline < height) {
+        JSAMPROW row =
+            const_cast<uint8_t*>(topFirst.data()) + info.next_scanline * width * components;
+        jpeg_write_scanlines(&info, &row, 1);
+    }
+    jpeg_finish_compress(&info);
+    jpeg_destroy_compress(&info);
+    std::fclose(file);
+}
+
+class DataBackendTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        folder =
+            fs::temp_directory_path() /
+            ("kolt_images_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) +
+             ::testing::UnitTest::GetInstance()->current_test_info()->name());
+        fs::create_directories(folder / "tex dir");
+    }
+    void TearDown() override { fs::remove_all(folder); }
+
+    std::wstring key(std::string const& name) const {
+        return kolt::StringUtils::toUTF16((folder / name).string());
+    }
+
+    fs::path folder;
+    koltx::KOLTUtils::ObjectPtr<kolt::Cache> cache{kolt::Cache::create()};
+};
+
+} // namespace
+
+TEST_F(DataBackendTest, ReadsPNGOfEveryChannelLayoutBottomRowFirst) {
+    // 2 x 2 RGBA: top row red, green; bottom row blue, half-transparent white.
+    writePNG(folder / "tex dir" / "rgba \u00E4.png", 2, 2, PNG_COLOR_TYPE_RGBA,
+             {255, 0, 0, 255, 0, 255, 0, 255, 0, 0, 255, 255, 255, 255, 255, 128});
+    std::wstring warnings;
+    auto const rgba = DataBackend::resolveTexture(cache.get(), key("tex dir/rgba \u00E4.png"),
+                                                  nullptr, &warnings);
+    ASSERT_TRUE(rgba) << std::string(warnings.begin(), warnings.end());
+    EXPECT_TRUE(warnings.empty());
+    EXPECT_TRUE(rgba->isValid());
+    EXPECT_EQ(rgba->getFormat(), Texture::FORMAT_RGBA8);
+    EXPECT_EQ(rgba->getWidth(), 2u);
+    EXPECT_EQ(rgba->getPixels(), (std::vector<uint8_t>{0, 0, 255, 255, 255, 255, 255, 128, 255, 0,
+                                                       0, 255, 0, 255, 0, 255}));
+    EXPECT_EQ(rgba->getURI()->getBaseName(), L"rgba \u00E4.png");
+
+    writePNG(folder / "grey.png", 1, 2, PNG_COLOR_TYPE_GRAY, {10, 20});
+    writePNG(folder / "ga.png", 1, 1, PNG_COLOR_TYPE_GRAY_ALPHA, {7, 9});
+    writePNG(folder / "rgb.png", 1, 1, PNG_COLOR_TYPE_RGB, {1, 2, 3});
+    auto const grey = DataBackend::resolveTexture(cache.get(), key("grey.png"), nullptr, &warnings);
+    auto const ga = DataBackend::resolveTexture(cache.get(), key("ga.png"), nullptr, &warnings);
+    auto const rgb = DataBackend::resolveTexture(cache.get(), key("rgb.png"), nullptr, &warnings);
+    ASSERT_TRUE(grey && ga && rgb);
+    EXPECT_EQ(grey->getFormat(), Texture::FORMAT_GREY8);
+    EXPECT_EQ(grey->getPixels(), (std::vector<uint8_t>{20, 10}));
+    EXPECT_EQ(ga->getFormat(), Texture::FORMAT_GREYA8);
+    EXPECT_EQ(ga->getPixels(), (std::vector<uint8_t>{7, 9}));
+    EXPECT_EQ(rgb->getFormat(), Texture::FORMAT_RGB8);
+    EXPECT_EQ(rgb->getPixels(), (std::vector<uint8_t>{1, 2, 3}));
+}
+
+TEST_F(DataBackendTest, ReadsJPEGByContentWhateverTheExtension) {
+    // Flat colours survive JPEG at full quality within a small error.
+    std::vector<uint8_t> rgb;
+    for (int row = 0; row < 8; ++row)
+        for (int x = 0; x < 8; ++x)
+            for (uint8_t channel :
+                 {uint8_t(row < 4 ? 200 : 40), uint8_t(100), uint8_t(row < 4 ? 20 : 220)})
+                rgb.push_back(channel);
+    writeJPEG(folder / "photo.png", 8, 8, 3, rgb); // a JPEG behind a misleading name
+    writeJPEG(folder / "grey.jpeg", 8, 8, 1, std::vector<uint8_t>(64, 90));
+    std::wstring warnings;
+    auto const photo =
+        DataBackend::resolveTexture(cache.get(), key("photo.png"), nullptr, &warnings);
+    ASSERT_TRUE(photo);
+    EXPECT_EQ(photo->getFormat(), Texture::FORMAT_RGB8);
+    EXPECT_EQ(photo->getHeight(), 8u);
+    // The top rows of the file (red-ish) are the last rows of the texture.
+    EXPECT_NEAR(photo->getPixel(0, 7)[0], 200, 6);
+    EXPECT_NEAR(photo->getPixel(0, 7)[2], 20, 6);
+    EXPECT_NEAR(photo->getPixel(5, 0)[0], 40, 6);
+    EXPECT_NEAR(photo->getPixel(5, 0)[2], 220, 6);
+    auto const grey =
+        DataBackend::resolveTexture(cache.get(), key("grey.jpeg"), nullptr, &warnings);
+    ASSERT_TRUE(grey);
+    EXPECT_EQ(grey->getFormat(), Texture::FORMAT_GREY8);
+    EXPECT_NEAR(grey->getPixel(3, 3)[0], 90, 2);
+    EXPECT_TRUE(warnings.empty());
+}
+
+TEST_F(DataBackendTest, CachesByURIAndResolvesThroughTheMap) {
+    writePNG(folder / "a.png", 1, 1, PNG_COLOR_TYPE_GRAY, {1});
+    koltx::ResolveMap map;
+    map.addEntry(L"logical/name.png", koltx::URIUtils::createFileURIFromPath(key("a.png")));
+    auto const first = DataBackend::resolveTexture(cache.get(), L"logical/name.png", &map, nullptr);
+    ASSERT_TRUE(first);
+    EXPECT_EQ(cache->size(), 1u);
+    // The same file under its plain path is the cached object, even after the file changed.
+    writePNG(folder / "a.png", 1, 1, PNG_COLOR_TYPE_GRAY, {2});
+    EXPECT_EQ(DataBackend::resolveTexture(cache.get(), key("a.png"), nullptr, nullptr), first);
+    // Without a cache every call reads the file.
+    auto const fresh = DataBackend::resolveTexture(nullptr, key("a.png"), nullptr, nullptr);
+    ASSERT_TRUE(fresh);
+    EXPECT_EQ(fresh->getPixels(), std::vector<uint8_t>{2});
+}
+
+TEST_F(DataBackendTest, MissingOrCorruptFilesGiveNullAndOneWarningLine) {
+    std::ofstream(folder / "corrupt.png", std::ios::binary) << "\x89PNG\r\n\x1a\n garbage";
+    std::ofstream(folder / "truncated.jpg", std::ios::binary) << "\xFF\xD8\xFF\xE0";
+    std::ofstream(folder / "text.png") << "hello";
+    std::ofstream(folder / "empty.png");
+    for (std::string const name :
+         {"missing.png", "corrupt.png", "truncated.jpg", "text.png", "empty.png"}) {
+        std::wstring warnings = L"earlier\n";
+        EXPECT_EQ(DataBackend::resolveTexture(cache.get(), key(name), nullptr, &warnings), nullptr)
+            << name;
+        EXPECT_EQ(std::count(warnings.begin(), warnings.end(), L'\n'), 2) << name;
+        EXPECT_EQ(warnings.rfind(L"earlier\n", 0), 0u);
+        EXPECT_NE(warnings.find(key(name)), std::wstring::npos) << name;
+        // Null warnings are allowed too.
+        EXPECT_EQ(DataBackend::resolveTexture(cache.get(), key(name), nullptr, nullptr), nullptr);
+    }
+    EXPECT_EQ(cache->size(), 0u);
+
+    std::wstring warnings;
+    EXPECT_EQ(DataBackend::resolveTexture(nullptr, L"http://example.com/a.png", nullptr, &warnings),
+              nullptr);
+    EXPECT_EQ(warnings, L"Texture 'http://example.com/a.png' cannot be read: scheme 'http' is not "
+                        L"supported.\n");
+}

@@ -1,0 +1,185 @@
+#include "koltx/ExtensionManager.h"
+#include "kolt/AttributeMapBuilder.h"
+#include "kolt/EncoderInfo.h"
+#include "koltx/FileExtensions.h"
+#include "koltx/Geometry.h"
+#include "koltx/KOLTUtils.h"
+#include "koltx/MemoryOutputCallbacks.h"
+#include "koltx/StatusException.h"
+#include "koltx/Texture.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+namespace fs = std::filesystem;
+using koltx::ExtensionManager;
+
+namespace {
+
+std::wstring const POINTS_DECODER = L"com.example.kolt.test.PointsDecoder";
+std::wstring const SUMMARY_ENCODER = L"com.example.kolt.test.SummaryEncoder";
+
+// Expects loading to fail with a message that names the file and says why.
+void expectLoadFailure(ExtensionManager& manager, std::string const& path,
+                       std::string const& reason) {
+    try {
+        manager.loadExtensionLibrary(path);
+        ADD_FAILURE() << "loaded " << path;
+    } catch (koltx::StatusException const& error) {
+        EXPECT_EQ(error.getStatus(), kolt::STATUS_EXTENSION_LOAD_FAILED);
+        std::string const message = error.what();
+        EXPECT_NE(message.find("'" + path + "'"), std::string::npos) << message;
+        EXPECT_NE(message.find(reason), std::string::npos) << message;
+    }
+    EXPECT_TRUE(manager.getFactories().empty());
+}
+
+class LocalDecoderFactory : public koltx::DecoderFactory {
+public:
+    LocalDecoderFactory(std::wstring const& id, float merit)
+        : koltx::DecoderFactory(kolt::CT_GEOMETRY, id, L"local", L"", koltx::FileExtensions(L"obj"),
+                                nullptr, ER_NONE) {
+        setMerit(merit);
+    }
+    koltx::Extension* create() const override { return nullptr; }
+};
+
+} // namespace
+
+TEST(ExtensionManager, LoadsLibraryAndCreatesExtensionsByIdAndExtension) {
+    ExtensionManager manager;
+    manager.loadExtensionLibrary(TEST_EXTENSION_GOOD);
+    ASSERT_EQ(manager.getFactories().size(), 2u);
+    // A second load of the same file changes nothing.
+    manager.loadExtensionLibrary(TEST_EXTENSION_GOOD);
+    EXPECT_EQ(manager.getFactories().size(), 2u);
+
+    auto* factory = manager.getDecoderFactory(POINTS_DECODER);
+    ASSERT_NE(factory, nullptr);
+    EXPECT_EQ(factory->getName(), L"Points Decoder");
+    EXPECT_EQ(factory->getExtensionType(), koltx::Extension::ET_DECODER);
+    EXPECT_EQ(factory->getMerit(), 0.0f);
+    EXPECT_EQ(manager.getEncoderFactory(POINTS_DECODER), nullptr);
+    EXPECT_EQ(manager.getDecoderFactoriesForURI(L"/data/City.PTS").size(), 1u);
+    EXPECT_TRUE(manager.getDecoderFactoriesForURI(L"/data/city.gml").empty());
+
+    // By extension, case-insensitively, from a URI with query and fragment; then a real decode.
+    auto const decoder = manager.createDecoderForURI(L"file:///x/y.POINTS?v=1#f");
+    ASSERT_TRUE(decoder);
+    EXPECT_EQ(decoder->getExtensionType(), koltx::Extension::ET_DECODER);
+    std::istringstream stream("0 0 0\n1 0 0\nnot a point\n0 1 0\n");
+    std::vector<std::shared_ptr<koltx::Content>> results;
+    std::wstring warnings;
+    decoder->decode(results, stream, nullptr, L"/x/y.points", nullptr, warnings);
+    EXPECT_EQ(warnings, L"line 3 is no point\n");
+    ASSERT_EQ(results.size(), 1u);
+    auto const geometry = std::dynamic_pointer_cast<koltx::Geometry>(results[0]);
+    ASSERT_TRUE(geometry);
+    EXPECT_EQ(geometry->getFaceCount(), 1u);
+    EXPECT_EQ(geometry->getAttributeMap()->getInt(L"/fields/points"), 3);
+    EXPECT_EQ(geometry->getURI()->wstring(), L"file:///x/y.points");
+
+    // By ID, and an encoder whose information and output come through the host.
+    EXPECT_TRUE(manager.createDecoder(POINTS_DECODER));
+    koltx::KOLTUtils::ObjectPtr<kolt::EncoderInfo const> info(
+        manager.createEncoderInfo(SUMMARY_ENCODER));
+    ASSERT_TRUE(info);
+    EXPECT_EQ(std::wstring(info->getExtensions()), L".txt;");
+    koltx::KOLTUtils::AttributeMapBuilderPtr options(kolt::AttributeMapBuilder::create());
+    options->setString(L"name", L"out.txt");
+    koltx::KOLTUtils::AttributeMapPtr optionMap(options->createAttributeMap());
+    koltx::MemoryOutputCallbacks output;
+    auto const encoder = manager.createEncoder(SUMMARY_ENCODER, optionMap.get(), &output);
+    ASSERT_TRUE(encoder);
+    EXPECT_EQ(encoder->getID(), SUMMARY_ENCODER);
+    auto const texture = std::make_shared<koltx::Texture>(
+        nullptr, 1, 1, koltx::Texture::FORMAT_GREY8, std::vector<uint8_t>{1});
+    encoder->encode({texture, geometry});
+    EXPECT_EQ(output.getText(L"out.txt"), "2 contents, 1 textures");
+    // The factory's own create() uses the default options.
+    std::unique_ptr<koltx::Extension> plain(manager.getEncoderFactory(SUMMARY_ENCODER)->create());
+    auto* defaultEncoder = dynamic_cast<koltx::Encoder*>(plain.get());
+    ASSERT_NE(defaultEncoder, nullptr);
+    EXPECT_EQ(std::wstring(defaultEncoder->getOptions()->getString(L"name")), L"summary.txt");
+}
+
+TEST(ExtensionManager, RefusesLibrariesWithoutExportsOrWithAnotherVersion) {
+    ExtensionManager manager;
+    expectLoadFailure(manager, TEST_EXTENSION_OLD_VERSION, "version 2.1 is not supported");
+    expectLoadFailure(manager, TEST_EXTENSION_NO_EXPORTS, "not an extension library");
+    expectLoadFailure(manager, "/no/such/library.so", "/no/such/library.so");
+}
+
+TEST(ExtensionManager, LoadsEveryExtensionOfAFolder) {
+    fs::path const folder = fs::temp_directory_path() / "kolt_extension_folder";
+    fs::remove_all(folder);
+    fs::create_directories(folder);
+    fs::copy_file(TEST_EXTENSION_GOOD, folder / "good.so");
+    fs::copy_file(TEST_EXTENSION_OLD_VERSION, folder / "old.so");
+    fs::copy_file(TEST_EXTENSION_NO_EXPORTS, folder / "plain.so");
+    std::ofstream(folder / "readme.txt") << "not a library";
+    ExtensionManager manager;
+    std::wstring warnings;
+    EXPECT_EQ(manager.loadExtensionDirectory(folder.string(), &warnings), 1u);
+    EXPECT_EQ(manager.getFactories().size(), 2u);
+    // Only the library that claims to be an extension but fails is reported.
+    EXPECT_EQ(std::count(warnings.begin(), warnings.end(), L'\n'), 1);
+    EXPECT_NE(warnings.find(L"old.so"), std::wstring::npos);
+    fs::remove_all(folder);
+}
+
+TEST(ExtensionManager, LookupOfUnknownIdsAndMeritOrder) {
+    ExtensionManager manager;
+    EXPECT_THROW(manager.createDecoder(L"nope"), koltx::StatusException);
+    EXPECT_THROW(manager.createDecoderForURI(L"a.gml"), koltx::StatusException);
+    EXPECT_THROW(manager.createEncoderInfo(L"nope"), koltx::StatusException);
+    try {
+        manager.createEncoder(L"com.x.Missing", nullptr, nullptr);
+        ADD_FAILURE();
+    } catch (koltx::StatusException const& error) {
+        EXPECT_EQ(error.getStatus(), kolt::STATUS_EXTENSION_NOT_FOUND);
+        EXPECT_NE(std::string(error.what()).find("com.x.Missing"), std::string::npos);
+    }
+
+    LocalDecoderFactory low(L"low", 0.5f), high(L"high", 2.0f), sameId(L"low", 1.0f);
+    manager.registerFactory(&low);
+    manager.registerFactory(&high);
+    manager.registerFactory(&low); // once only
+    manager.registerFactory(nullptr);
+    manager.registerFactory(&sameId);
+    EXPECT_EQ(manager.getFactories().size(), 3u);
+    auto const candidates = manager.getDecoderFactoriesForURI(L"model.OBJ");
+    ASSERT_EQ(candidates.size(), 3u);
+    EXPECT_EQ(candidates[0], &high);
+    EXPECT_EQ(candidates[1], &sameId);
+    EXPECT_EQ(manager.getFactory(L"low"), &sameId);
+    // A factory that makes no geometry decoder is a clear error, not a null decoder.
+    EXPECT_THROW(manager.createDecoder(L"high"), koltx::StatusException);
+}
+
+TEST(ExtensionManager, ProcessInstanceHasTheBuiltInImageEncoders) {
+    auto* manager = ExtensionManager::instance();
+    ASSERT_EQ(manager, ExtensionManager::instance());
+    for (auto const* id :
+         {L"com.morvane.kolt.codecs.PNGEncoder", L"com.morvane.kolt.codecs.JPGEncoder"}) {
+        koltx::KOLTUtils::ObjectPtr<kolt::EncoderInfo const> info(manager->createEncoderInfo(id));
+        ASSERT_TRUE(info);
+        EXPECT_EQ(std::wstring(info->getID()), id);
+    }
+}
+
+TEST(FileExtensions, ParsesListsAndMatchesWithoutCase) {
+    koltx::FileExtensions const list(L" .JPG; jpeg ;;");
+    EXPECT_EQ(list.getExtensions(), (std::vector<std::wstring>{L".jpg", L".jpeg"}));
+    EXPECT_EQ(list.toString(), L".jpg;.jpeg;");
+    EXPECT_TRUE(list.matches(L"/a/B.Jpeg"));
+    EXPECT_TRUE(list.matches(L"http://h/x.jpg?size=2#top"));
+    EXPECT_FALSE(list.matches(L"/a/b.jpg.png"));
+    EXPECT_FALSE(list.matches(L".jpg"));
+    EXPECT_TRUE(koltx::FileExtensions().empty());
+}

@@ -1,0 +1,193 @@
+#include "koltx/Mesh.h"
+#include "koltx/MaterialBuilder.h"
+#include "koltx/MeshBuilder.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+using koltx::MeshBuilder;
+
+namespace {
+
+std::vector<uint32_t> faceVertices(koltx::Mesh const& mesh, uint32_t face) {
+    auto const* indices = mesh.getFaceVertexIndices(face);
+    return std::vector<uint32_t>(indices, indices + mesh.getFaceVertexCount(face));
+}
+
+std::vector<uint32_t> faceUVs(koltx::Mesh const& mesh, uint32_t face, uint32_t set) {
+    auto const* indices = mesh.getFaceUVIndices(face, set);
+    return indices == nullptr
+               ? std::vector<uint32_t>()
+               : std::vector<uint32_t>(indices, indices + mesh.getFaceUVCount(face, set));
+}
+
+uint32_t addPoint(MeshBuilder& builder, double x, double y, double z) {
+    double const xyz[3] = {x, y, z};
+    return builder.addVertexCoords(xyz);
+}
+
+} // namespace
+
+TEST(Mesh, FaceWithHoleAndTwoUVSetsBuiltInterleaved) {
+    MeshBuilder builder;
+    builder.setName(L"bldg:Building[b1]\\gml:lod2MultiSurface\\gml:multisurface");
+    auto const red = koltx::MaterialBuilder().diffuseColor({1, 0, 0}).createSharedAndReset(nullptr);
+    uint32_t const material = builder.addMaterial(red);
+
+    // The outer face gets its last index only after the hole was built, as a decoder may do.
+    uint32_t const outer = builder.addFace();
+    uint32_t const v0 = addPoint(builder, 0, 0, 0);
+    uint32_t const v1 = addPoint(builder, 4, 0, 0);
+    uint32_t const v2 = addPoint(builder, 4, 4, 0);
+    uint32_t const v3 = addPoint(builder, 0, 4, 0);
+    for (uint32_t v : {v0, v1, v2})
+        builder.addFaceVertexIndex(outer, v);
+    uint32_t const hole = builder.addFace();
+    for (int i = 0; i < 3; ++i)
+        builder.addFaceVertexIndex(hole, addPoint(builder, 1 + i % 2, 1 + i / 2, 0));
+    builder.addFaceVertexIndex(outer, v3);
+    builder.addFaceHoleIndex(outer, hole);
+    builder.setFaceMaterialIndex(outer, material);
+    for (uint32_t set = 0; set < 2; ++set) {
+        for (uint32_t i = 0; i < 4; ++i) {
+            double const uv[2] = {double(i) + set, double(set)};
+            builder.addFaceUVIndex(outer, set, builder.addUVCoords(set, uv));
+        }
+    }
+    // Only set 1 for the hole.
+    for (uint32_t i = 0; i < 3; ++i) {
+        double const uv[2] = {0.5, 0.5};
+        builder.addFaceUVIndex(hole, 1, builder.addUVCoords(1, uv));
+    }
+
+    auto const mesh = builder.createSharedAndReset(nullptr);
+    ASSERT_TRUE(mesh);
+    EXPECT_EQ(mesh->getName(), L"bldg:Building[b1]\\gml:lod2MultiSurface\\gml:multisurface");
+    EXPECT_EQ(mesh->getVertexCount(), 7u);
+    EXPECT_EQ(mesh->getVertexCoords().size(), 21u);
+    EXPECT_EQ(mesh->getFaceCount(), 2u);
+    EXPECT_EQ(faceVertices(*mesh, 0), (std::vector<uint32_t>{0, 1, 2, 3}));
+    EXPECT_EQ(faceVertices(*mesh, 1), (std::vector<uint32_t>{4, 5, 6}));
+    ASSERT_EQ(mesh->getFaceHoleCount(0), 1u);
+    EXPECT_EQ(mesh->getFaceHoleIndices(0)[0], 1u);
+    EXPECT_EQ(mesh->getFaceHoleCount(1), 0u);
+    EXPECT_EQ(mesh->getFaceHoleIndices(1), nullptr);
+    EXPECT_TRUE(mesh->hasHoles());
+    EXPECT_TRUE(mesh->isHoleFace(1));
+    EXPECT_FALSE(mesh->isHoleFace(0));
+
+    EXPECT_EQ(mesh->getUVSetCount(), 2u);
+    EXPECT_EQ(faceUVs(*mesh, 0, 0), (std::vector<uint32_t>{0, 1, 2, 3}));
+    EXPECT_EQ(faceUVs(*mesh, 0, 1), (std::vector<uint32_t>{0, 1, 2, 3}));
+    EXPECT_EQ(faceUVs(*mesh, 1, 0), std::vector<uint32_t>());
+    EXPECT_EQ(faceUVs(*mesh, 1, 1), (std::vector<uint32_t>{4, 5, 6}));
+    EXPECT_EQ(mesh->getUVCoords(1)[2], 2.0); // u of UV 1 in set 1
+    EXPECT_TRUE(mesh->getUVCoords(5).empty());
+    EXPECT_EQ(mesh->getFaceUVCount(0, 5), 0u);
+
+    EXPECT_EQ(mesh->getFaceMaterialIndices(), (std::vector<uint32_t>{0, 0}));
+    ASSERT_EQ(mesh->getMaterials().size(), 1u);
+    EXPECT_EQ(mesh->getMaterials()[0], red);
+
+    // Out-of-range queries answer empty rather than read past the arrays.
+    EXPECT_EQ(mesh->getFaceVertexIndices(9), nullptr);
+    EXPECT_EQ(mesh->getFaceVertexCount(9), 0u);
+
+    // The builder is empty again.
+    EXPECT_EQ(builder.getFaceCount(), 0u);
+    EXPECT_EQ(builder.getVertexCount(), 0u);
+}
+
+TEST(Mesh, MeshWithoutMaterialGetsTheDefault) {
+    MeshBuilder builder;
+    uint32_t const face = builder.addFace();
+    for (int i = 0; i < 3; ++i)
+        builder.addFaceVertexIndex(face, addPoint(builder, i, i * i, 0));
+    auto const mesh = builder.createSharedAndReset(nullptr);
+    ASSERT_EQ(mesh->getMaterials().size(), 1u);
+    auto const defaults = koltx::MaterialBuilder().createSharedAndReset(nullptr);
+    EXPECT_TRUE(mesh->getMaterials()[0]->equals(*defaults));
+    EXPECT_EQ(mesh->getUVSetCount(), 0u);
+    EXPECT_FALSE(mesh->hasHoles());
+}
+
+TEST(Mesh, InconsistentInputIsRefusedWithTheFaceNamed) {
+    auto const expectFailure = [](auto&& fill, std::string const& fragment) {
+        MeshBuilder builder;
+        builder.setName(L"m");
+        fill(builder);
+        try {
+            builder.createSharedAndReset(nullptr);
+            ADD_FAILURE() << "no error for " << fragment;
+        } catch (std::runtime_error const& error) {
+            EXPECT_NE(std::string(error.what()).find(fragment), std::string::npos) << error.what();
+        }
+        // A failed build leaves the builder empty and usable.
+        EXPECT_EQ(builder.getFaceCount(), 0u);
+    };
+    auto const triangle = [](MeshBuilder& builder) {
+        uint32_t const face = builder.addFace();
+        for (int i = 0; i < 3; ++i)
+            builder.addFaceVertexIndex(face, addPoint(builder, i, 1 - i, 0));
+        return face;
+    };
+    expectFailure([&](MeshBuilder& b) { b.addFaceVertexIndex(b.addFace(), 0); },
+                  "face 0: has 1 vertices");
+    expectFailure([&](MeshBuilder& b) { b.addFaceVertexIndex(triangle(b), 99); },
+                  "vertex index 99 out of range");
+    expectFailure([&](MeshBuilder& b) { b.addFaceVertexIndex(5, 0); }, "face 5: no such face");
+    expectFailure([&](MeshBuilder& b) { b.addFaceHoleIndex(triangle(b), 0); },
+                  "hole face 0 is not another face");
+    expectFailure(
+        [&](MeshBuilder& b) {
+            uint32_t const face = triangle(b);
+            double const uv[2] = {0, 0};
+            b.addFaceUVIndex(face, 0, b.addUVCoords(0, uv));
+        },
+        "1 UV indices in set 0 for 3 vertices");
+    expectFailure(
+        [&](MeshBuilder& b) {
+            uint32_t const face = triangle(b);
+            for (int i = 0; i < 3; ++i)
+                b.addFaceUVIndex(face, 0, 7);
+        },
+        "UV index 7 out of range");
+    expectFailure([&](MeshBuilder& b) { b.setFaceMaterialIndex(triangle(b), 3); },
+                  "material index 3 out of range");
+    expectFailure(
+        [&](MeshBuilder& b) {
+            uint32_t const a = triangle(b);
+            uint32_t const c = triangle(b);
+            uint32_t const hole = triangle(b);
+            b.addFaceHoleIndex(a, hole);
+            b.addFaceHoleIndex(c, hole);
+        },
+        "is a hole twice");
+}
+
+TEST(Mesh, MillionFacesInFlatArrays) {
+    // A grid of 1000 x 1000 quads; all indices land in three flat arrays.
+    constexpr uint32_t side = 1000;
+    MeshBuilder builder;
+    builder.reserve((side + 1) * (side + 1), side * side, side * side * 4);
+    for (uint32_t y = 0; y <= side; ++y)
+        for (uint32_t x = 0; x <= side; ++x)
+            addPoint(builder, x, y, 0);
+    for (uint32_t y = 0; y < side; ++y) {
+        for (uint32_t x = 0; x < side; ++x) {
+            uint32_t const face = builder.addFace();
+            uint32_t const corner = y * (side + 1) + x;
+            for (uint32_t v : {corner, corner + 1, corner + side + 2, corner + side + 1})
+                builder.addFaceVertexIndex(face, v);
+        }
+    }
+    auto const mesh = builder.createSharedAndReset(nullptr);
+    EXPECT_EQ(mesh->getFaceCount(), side * side);
+    EXPECT_EQ(mesh->getVertexIndices().size(), size_t(side) * side * 4);
+    EXPECT_EQ(mesh->getFaceVertexOffsets().size(), size_t(side) * side + 1);
+    uint32_t const last = side * side - 1;
+    EXPECT_EQ(mesh->getFaceVertexIndices(last)[2], (side + 1) * (side + 1) - 1);
+}

@@ -1,0 +1,117 @@
+#include "koltx/URI.h"
+#include "koltx/ResolveMap.h"
+#include "koltx/URIUtils.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+using koltx::ResolveMap;
+using koltx::URI;
+using koltx::URIUtils;
+
+TEST(URI, ParsesPartsAndKeepsPathDecoded) {
+    auto const uri = URI::create(L"FILE:///data/my%20city/Wall%C3%A4.PNG?x=1#top");
+    ASSERT_TRUE(uri);
+    EXPECT_TRUE(uri->isFile());
+    EXPECT_EQ(uri->getScheme(), L"file");
+    EXPECT_EQ(uri->getPath(), L"/data/my city/Wall\u00E4.PNG");
+    EXPECT_EQ(uri->getBaseName(), L"Wall\u00E4.PNG");
+    EXPECT_EQ(uri->getExtension(), L".PNG");
+    EXPECT_EQ(uri->getQuery(), L"x=1");
+    EXPECT_EQ(uri->getFragment(), L"top");
+    EXPECT_EQ(uri->wstring(), L"file:///data/my%20city/Wall%C3%A4.PNG?x=1#top");
+    EXPECT_EQ(uri->getNativePath(), "/data/my city/Wall\xC3\xA4.PNG");
+
+    auto const web = URI::create(L"http://example.com");
+    EXPECT_EQ(web->getAuthority(), L"example.com");
+    EXPECT_EQ(web->getPath(), L"/");
+    EXPECT_EQ(web->getNativePath(), "");
+
+    // Lenient: blanks and stray "%" are literal and come out encoded.
+    auto const sloppy = URI::create(L"file:///a b/100%.jpg");
+    EXPECT_EQ(sloppy->getPath(), L"/a b/100%.jpg");
+    EXPECT_EQ(sloppy->wstring(), L"file:///a%20b/100%25.jpg");
+    EXPECT_EQ(URI::create(L".hidden")->getExtension(), L"");
+    EXPECT_EQ(URI::create(L"dir.d/file")->getExtension(), L"");
+    EXPECT_EQ(URI::create(L""), nullptr);
+}
+
+TEST(URIUtils, EncodeCreateAndReplaceExtension) {
+    EXPECT_EQ(URIUtils::percentEncode(L"/my wall 100%.png"), L"/my%20wall%20100%25.png");
+    EXPECT_EQ(URIUtils::percentEncode(L"/\u00E4\u20AC"), L"/%C3%A4%E2%82%AC");
+    EXPECT_EQ(URIUtils::percentDecode(L"%C3%A4%2x%"), L"\u00E4%2x%");
+
+    // The chain of the texture export: "/" + base name, encode, file URI, new extension, path.
+    auto const uri = URIUtils::createFileURI(URIUtils::percentEncode(L"/my wall.tga"));
+    EXPECT_EQ(uri->wstring(), L"file:///my%20wall.tga");
+    auto const png = URIUtils::replaceExtension(uri, L".png");
+    EXPECT_EQ(png->getPath(), L"/my wall.png");
+    EXPECT_EQ(png->getExtension(), L".png");
+    EXPECT_EQ(URIUtils::replaceExtension(URI::create(L"file:///a.b/noext"), L".jpg")->getPath(),
+              L"/a.b/noext.jpg");
+
+    auto const fromPath = URIUtils::createFileURIFromPath(L"/tmp/x/../y/./z 1.png");
+    EXPECT_EQ(fromPath->wstring(), L"file:///tmp/y/z%201.png");
+}
+
+TEST(URIUtils, NormalizesDotSegments) {
+    EXPECT_EQ(URIUtils::normalizePath(L"a/./b/../c"), L"a/c");
+    EXPECT_EQ(URIUtils::normalizePath(L"../../a/../b"), L"../../b");
+    EXPECT_EQ(URIUtils::normalizePath(L"/../a//b/"), L"/a/b/");
+    EXPECT_EQ(URIUtils::normalizePath(L"a/.."), L".");
+    EXPECT_TRUE(URIUtils::hasScheme(L"file:///x"));
+    EXPECT_FALSE(URIUtils::hasScheme(L"C:/x"));
+    EXPECT_FALSE(URIUtils::hasScheme(L"dir/a:b"));
+}
+
+TEST(ResolveMap, AnchorsKeysRelativeToTheAnchorsFolder) {
+    EXPECT_EQ(ResolveMap::anchorRelativeKey(nullptr, L"data/city.gml", L"tex/a.png"),
+              L"data/tex/a.png");
+    EXPECT_EQ(ResolveMap::anchorRelativeKey(nullptr, L"data/sub/city.gml", L"../tex/./a b.png"),
+              L"data/tex/a b.png");
+    EXPECT_EQ(ResolveMap::anchorRelativeKey(nullptr, L"city.gml", L"a.png"), L"a.png");
+    EXPECT_EQ(ResolveMap::anchorRelativeKey(nullptr, L"/abs/city.gml", L"../../a.png"), L"/a.png");
+    EXPECT_EQ(ResolveMap::anchorRelativeKey(nullptr, L"d/c.gml", L"/x/../y.png"), L"/y.png");
+    EXPECT_EQ(ResolveMap::anchorRelativeKey(nullptr, L"d/c.gml", L"http://h/a/../b.png"),
+              L"http://h/b.png");
+
+    // An anchor that is mapped to a URI lends its folder when the joined key is not mapped.
+    ResolveMap map;
+    map.addEntry(L"city.gml", URI::create(L"file:///data/my%20dir/city.gml"));
+    std::wstring const anchored =
+        ResolveMap::anchorRelativeKey(&map, L"city.gml", L"t/\u00E4 1.png");
+    EXPECT_EQ(anchored, L"file:///data/my%20dir/t/\u00E4 1.png");
+    EXPECT_EQ(ResolveMap::resolveKeyWithURIFallback(&map, anchored)->getPath(),
+              L"/data/my dir/t/\u00E4 1.png");
+    map.addEntry(L"t/a.png", URI::create(L"file:///elsewhere/a.png"));
+    EXPECT_EQ(ResolveMap::anchorRelativeKey(&map, L"city.gml", L"t/a.png"), L"t/a.png");
+}
+
+TEST(ResolveMap, ResolvesMappedKeysThenUrisThenPaths) {
+    ResolveMap map;
+    auto const mapped = URI::create(L"file:///mapped.gml");
+    map.addEntry(L"k", mapped);
+    EXPECT_EQ(ResolveMap::resolveKeyWithURIFallback(&map, L"k"), mapped);
+    EXPECT_EQ(ResolveMap::resolveKeyWithURIFallback(nullptr, L"http://h/x.png")->wstring(),
+              L"http://h/x.png");
+    EXPECT_EQ(ResolveMap::resolveKeyWithURIFallback(&map, L"/a b/c.png")->wstring(),
+              L"file:///a%20b/c.png");
+    EXPECT_EQ(ResolveMap::resolveKeyWithURIFallback(nullptr, L""), nullptr);
+    auto const relative = ResolveMap::resolveKeyWithURIFallback(nullptr, L"rel/x.png");
+    EXPECT_EQ(relative->getNativePath(),
+              (std::filesystem::current_path() / "rel/x.png").lexically_normal().string());
+
+    // A percent-encoded path is decoded only when that is the file that exists.
+    auto const folder = std::filesystem::temp_directory_path() / "kolt_uri_test";
+    std::filesystem::create_directories(folder);
+    std::ofstream(folder / "my wall.png") << "x";
+    std::ofstream(folder / "100%.png") << "x";
+    std::wstring const base = folder.wstring();
+    EXPECT_EQ(ResolveMap::resolveKeyWithURIFallback(nullptr, base + L"/my%20wall.png")->getPath(),
+              base + L"/my wall.png");
+    EXPECT_EQ(ResolveMap::resolveKeyWithURIFallback(nullptr, base + L"/100%.png")->getPath(),
+              base + L"/100%.png");
+    std::filesystem::remove_all(folder);
+}

@@ -28,10 +28,27 @@ std::string number(double value) {
     return std::string(text, result.ptr);
 }
 
+// Colours and texture coordinates come from floats in most sources; a double that is exactly
+// a float is written as the float's shortest text (0.6, not 0.6000000238418579).
+std::string shortNumber(double value) {
+    float const single = static_cast<float>(value);
+    if (static_cast<double>(single) != value)
+        return number(value);
+    char text[64];
+    auto const result =
+        std::to_chars(text, text + sizeof text, single + 0.0f, std::chars_format::fixed);
+    return std::string(text, result.ptr);
+}
+
+// Material values need no more than float precision.
+std::string materialNumber(double value) {
+    return shortNumber(static_cast<double>(static_cast<float>(value)));
+}
+
 std::string colour(std::vector<double> const& rgb) {
     std::string out;
     for (std::size_t i = 0; i < 3; ++i)
-        out += " " + number(i < rgb.size() ? rgb[i] : 0.0);
+        out += " " + materialNumber(i < rgb.size() ? rgb[i] : 0.0);
     return out;
 }
 
@@ -124,7 +141,7 @@ void ObjWriter::write(std::shared_ptr<koltx::Geometry> const& geometry,
                     << number(coords[i + 2]) << "\n";
             auto const& uvs = mesh->getUVCoords(0);
             for (std::size_t i = 0; i + 1 < uvs.size(); i += 2)
-                out << "vt " << number(uvs[i]) << " " << number(uvs[i + 1]) << "\n";
+                out << "vt " << shortNumber(uvs[i]) << " " << shortNumber(uvs[i + 1]) << "\n";
 
             std::string current;
             auto const& faceMaterials = mesh->getFaceMaterialIndices();
@@ -168,8 +185,8 @@ void ObjWriter::write(std::shared_ptr<koltx::Geometry> const& geometry,
           << "Ke" << colour(material->getEmissiveColor())
           << "\n"
           // Shininess in [0, 1] as in X3D; the OBJ exponent is that times 128, as OpenGL has it.
-          << "Ns " << number(material->getShininess() * 128.0) << "\n"
-          << "d " << number(material->getOpacity()) << "\n";
+          << "Ns " << materialNumber(material->getShininess() * 128.0) << "\n"
+          << "d " << materialNumber(material->getOpacity()) << "\n";
         std::string const texture = textureFile(*material, warnings);
         if (!texture.empty())
             m << "map_Kd " << texture << "\n";

@@ -1,0 +1,205 @@
+#include "MeshNameRepair.h"
+
+#include <koltx/Mesh.h>
+#include <koltx/MeshBuilder.h>
+
+#include <cwctype>
+#include <set>
+#include <string_view>
+
+namespace {
+
+struct Step {
+    std::wstring tag;
+    std::wstring id;
+};
+
+// Components "tag[id]\" or "tag\" as the encoder reads them; the rest after the last
+// backslash plays no part.
+std::vector<Step> splitPath(std::wstring_view path) {
+    std::vector<Step> steps;
+    std::size_t start = 0;
+    for (;;) {
+        auto const end = path.find(L'\\', start);
+        if (end == std::wstring_view::npos)
+            break;
+        if (end == start)
+            break; // a doubled backslash: leave such paths alone
+        std::wstring_view const text = path.substr(start, end - start);
+        auto const bracket = text.find(L'[');
+        if (bracket == std::wstring_view::npos)
+            steps.push_back({std::wstring(text), L""});
+        else
+            steps.push_back({std::wstring(text.substr(0, bracket)),
+                             std::wstring(text.substr(bracket + 1, text.size() - bracket - 2))});
+        start = end + 1;
+    }
+    return steps;
+}
+
+bool isGeometryTag(std::wstring const& tag) {
+    static wchar_t const* const tags[] = {L"gml:compositesolid",      L"gml:solid",
+                                          L"gml:multisurface",        L"gml:compositesurface",
+                                          L"gml:triangulatedsurface", L"gml:orientablesurface",
+                                          L"gml:multisolid",          L"gml:shell",
+                                          L"gml:polyhedralsurface",   L"gml:surface",
+                                          L"gml:multicurve",          L"gml:multipoint",
+                                          L"gml:multigeometry"};
+    std::wstring lower;
+    for (wchar_t c : tag)
+        lower += static_cast<wchar_t>(std::towlower(static_cast<wint_t>(c)));
+    for (auto const* known : tags)
+        if (lower == known)
+            return true;
+    return false;
+}
+
+// The document tree as far as the placement of meshes goes: ids, tags, where polygons are.
+struct Node {
+    std::wstring id;
+    std::wstring tag;
+    std::vector<std::unique_ptr<Node>> children;
+
+    Node* find(std::wstring const& childId) const {
+        for (auto const& child : children)
+            if (child->id == childId)
+                return child.get();
+        return nullptr;
+    }
+};
+
+std::size_t innermostGeometry(std::vector<Step> const& steps) {
+    std::size_t found = steps.size();
+    for (std::size_t i = 0; i < steps.size(); ++i)
+        if (isGeometryTag(steps[i].tag))
+            found = i;
+    return found;
+}
+
+// Walks `steps` as the encoder would. Returns the depth of the first step that reaches a node
+// made for another element (another tag), or that ends in a geometry that exists already, so
+// that no polygon would be made; steps.size() when the path is placed as it reads.
+std::size_t firstConflict(Node& root, std::vector<Step> const& steps) {
+    std::size_t const geometry = innermostGeometry(steps);
+    if (geometry == steps.size())
+        return steps.size(); // no polygons anyway
+    Node* node = &root;
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        Node* child = node->find(steps[i].id);
+        if (child == nullptr)
+            return steps.size();
+        if (child->tag != steps[i].tag || i == geometry)
+            return i;
+        node = child;
+    }
+    return steps.size();
+}
+
+void insert(Node& root, std::vector<Step> const& steps) {
+    Node* node = &root;
+    for (auto const& step : steps) {
+        Node* child = node->find(step.id);
+        if (child == nullptr) {
+            node->children.push_back(std::make_unique<Node>(Node{step.id, step.tag, {}}));
+            child = node->children.back().get();
+        }
+        node = child;
+    }
+}
+
+std::wstring join(std::vector<Step> const& steps) {
+    std::wstring path;
+    for (auto const& step : steps)
+        path += step.tag + L"[" + step.id + L"]\\";
+    return path;
+}
+
+} // namespace
+
+std::size_t MeshNameRepair::repair(std::vector<std::wstring>& names) {
+    std::set<std::wstring> usedIds;
+    std::vector<std::vector<Step>> paths;
+    for (auto const& name : names) {
+        paths.push_back(splitPath(name));
+        for (auto const& step : paths.back())
+            usedIds.insert(step.id);
+    }
+    std::size_t counter = 0;
+    auto freshId = [&] {
+        std::wstring id;
+        do
+            id = L"gmlcodec_" + std::to_wstring(++counter);
+        while (usedIds.count(id) != 0);
+        usedIds.insert(id);
+        return id;
+    };
+
+    Node root;
+    std::size_t changed = 0;
+    for (std::size_t m = 0; m < names.size(); ++m) {
+        auto& steps = paths[m];
+        if (steps.empty())
+            continue; // not a mesh path: the encoder gives it a default one
+        bool renamedHere = false;
+        // A path without a geometry step would give no polygons: close an unterminated
+        // geometry step, or add a surface for the faces.
+        if (innermostGeometry(steps) == steps.size()) {
+            std::wstring const& name = names[m];
+            std::wstring const rest = name.substr(name.rfind(L'\\') + 1);
+            steps.push_back({isGeometryTag(rest) ? rest : L"gml:MultiSurface", L""});
+            renamedHere = true;
+        }
+        std::size_t const conflict = firstConflict(root, steps);
+        if (conflict < steps.size()) {
+            std::size_t fix = steps.size();
+            for (std::size_t i = 0; i <= conflict && fix == steps.size(); ++i)
+                if (steps[i].id.empty())
+                    fix = i;
+            if (fix < steps.size()) {
+                steps[fix].id = freshId();
+                renamedHere = true;
+            }
+        }
+        if (renamedHere) {
+            names[m] = join(steps);
+            ++changed;
+        }
+        insert(root, steps);
+    }
+    return changed;
+}
+
+std::shared_ptr<koltx::Mesh> MeshNameRepair::renamed(koltx::Mesh const& mesh,
+                                                     std::wstring const& name) {
+    koltx::MeshBuilder builder;
+    builder.setName(name);
+    auto const& coords = mesh.getVertexCoords();
+    builder.reserve(mesh.getVertexCount(), mesh.getFaceCount(), mesh.getVertexIndices().size());
+    for (std::size_t v = 0; v + 2 < coords.size(); v += 3)
+        builder.addVertexCoords(&coords[v]);
+    for (auto const& material : mesh.getMaterials())
+        builder.addMaterial(material);
+    for (std::uint32_t set = 0; set < mesh.getUVSetCount(); ++set) {
+        auto const& uvs = mesh.getUVCoords(set);
+        for (std::size_t t = 0; t + 1 < uvs.size(); t += 2)
+            builder.addUVCoords(set, &uvs[t]);
+    }
+    auto const& materials = mesh.getFaceMaterialIndices();
+    for (std::uint32_t f = 0; f < mesh.getFaceCount(); ++f) {
+        std::uint32_t const face = builder.addFace();
+        std::uint32_t const* indices = mesh.getFaceVertexIndices(f);
+        for (std::uint32_t k = 0; k < mesh.getFaceVertexCount(f); ++k)
+            builder.addFaceVertexIndex(face, indices[k]);
+        for (std::uint32_t set = 0; set < mesh.getUVSetCount(); ++set) {
+            std::uint32_t const* uv = mesh.getFaceUVIndices(f, set);
+            for (std::uint32_t k = 0; k < mesh.getFaceUVCount(f, set); ++k)
+                builder.addFaceUVIndex(face, set, uv[k]);
+        }
+        std::uint32_t const* holes = mesh.getFaceHoleIndices(f);
+        for (std::uint32_t k = 0; k < mesh.getFaceHoleCount(f); ++k)
+            builder.addFaceHoleIndex(face, holes[k]);
+        if (f < materials.size())
+            builder.setFaceMaterialIndex(face, materials[f]);
+    }
+    return builder.createSharedAndReset(nullptr);
+}

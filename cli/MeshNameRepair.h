@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace koltx {
+class Mesh;
+}
+
+// The encoder finds a mesh's place by the ids in its path alone, so that steps without an id
+// fall into the first sibling without one. Paths of features without gml:id (and of surfaces
+// that share a property element) then reach a node that another mesh made: the mesh lands
+// under a foreign element, or adds no polygon at all. This gives the shallowest step without an
+// id in such a path an id of its own, which makes the path distinct where it has to be. Ids of
+// plain steps are not written; those of geometry steps are, and are chosen to be valid and new.
+class MeshNameRepair {
+public:
+    // Renames in place; returns how many names changed.
+    static std::size_t repair(std::vector<std::wstring>& names);
+
+    // A copy of `mesh` under another name.
+    static std::shared_ptr<koltx::Mesh> renamed(koltx::Mesh const& mesh, std::wstring const& name);
+};

@@ -1,0 +1,38 @@
+#include "TrackedFileOutputs.h"
+
+#include <filesystem>
+
+TrackedFileOutputs::TrackedFileOutputs(std::string directory)
+    : koltx::FileOutputCallbacks(std::move(directory)) {}
+
+uint64_t TrackedFileOutputs::open(wchar_t const* encoderId, int32_t contentType,
+                                  wchar_t const* name, int32_t mode, uint64_t sizeHint,
+                                  kolt::Status* status) {
+    kolt::Status local = kolt::STATUS_UNSPECIFIED_ERROR;
+    uint64_t const handle =
+        koltx::FileOutputCallbacks::open(encoderId, contentType, name, mode, sizeHint, &local);
+    if (local == kolt::STATUS_OK && name != nullptr)
+        pending[handle] = targetPath(name);
+    if (status != nullptr)
+        *status = local;
+    return handle;
+}
+
+kolt::Status TrackedFileOutputs::close(uint64_t handle, bool discard, uint64_t* size) {
+    kolt::Status const status = koltx::FileOutputCallbacks::close(handle, discard, size);
+    auto const found = pending.find(handle);
+    if (found != pending.end()) {
+        if (status == kolt::STATUS_OK && !discard)
+            files.push_back(found->second);
+        pending.erase(found);
+    }
+    return status;
+}
+
+void TrackedFileOutputs::removeWritten() {
+    for (auto const& file : files) {
+        std::error_code ignored;
+        std::filesystem::remove(file, ignored);
+    }
+    files.clear();
+}

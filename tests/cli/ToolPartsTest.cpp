@@ -1,0 +1,116 @@
+#include "AtomicFile.h"
+#include "CommandLine.h"
+#include "CountingStreamBuf.h"
+#include "Json.h"
+#include "ProgressBar.h"
+#include "UsageError.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <limits>
+#include <sstream>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+TEST(Json, QuoteEscapesWhatJsonRequires) {
+    EXPECT_EQ(Json::quote(""), "\"\"");
+    EXPECT_EQ(Json::quote("a\\b[c]\\"), "\"a\\\\b[c]\\\\\"");
+    EXPECT_EQ(Json::quote("say \"hi\"\n\t\r\b\f"), "\"say \\\"hi\\\"\\n\\t\\r\\b\\f\"");
+    EXPECT_EQ(Json::quote(std::string("\x01\x1f", 2)), "\"\\u0001\\u001f\"");
+    EXPECT_EQ(Json::quote("\xC3\xA9t\xC3\xA9 \xE2\x82\xAC /"),
+              "\"\xC3\xA9t\xC3\xA9 \xE2\x82\xAC /\"");
+}
+
+TEST(Json, NumbersRoundTrip) {
+    EXPECT_EQ(Json::number(6), "6");
+    EXPECT_EQ(Json::number(1.5), "1.5");
+    EXPECT_EQ(Json::number(0.1), "0.1");
+    EXPECT_EQ(Json::number(-2.25e-7), "-2.25e-07");
+    EXPECT_EQ(std::stod(Json::number(5175882.123456789)), 5175882.123456789);
+    EXPECT_EQ(Json::number(std::numeric_limits<double>::infinity()), "null");
+    EXPECT_EQ(Json::number(std::nan("")), "null");
+}
+
+TEST(CommandLine, ParsesCommandsAndOptionsAnywhere) {
+    CommandLine line = CommandLine::parse({"info", "--json", "a.gml"});
+    EXPECT_EQ(line.command, "info");
+    EXPECT_TRUE(line.json);
+    EXPECT_EQ(line.files, std::vector<std::string>{"a.gml"});
+
+    line = CommandLine::parse({"--extensions", "/x", "convert", "a.gml", "b.obj"});
+    EXPECT_EQ(line.command, "convert");
+    EXPECT_EQ(line.extensionsDir, "/x");
+    EXPECT_EQ(line.files, (std::vector<std::string>{"a.gml", "b.obj"}));
+    EXPECT_EQ(CommandLine::parse({"info", "--extensions=/y", "--", "--odd.gml"}).files,
+              std::vector<std::string>{"--odd.gml"});
+    EXPECT_EQ(CommandLine::parse({"info", "x.gml", "--help"}).command, "help");
+    EXPECT_EQ(CommandLine::parse({"--version"}).command, "version");
+    EXPECT_EQ(CommandLine::parse({"selfcheck"}).command, "selfcheck");
+
+    for (auto const& bad : std::vector<std::vector<std::string>>{{},
+                                                                 {"info"},
+                                                                 {"convert", "a"},
+                                                                 {"x"},
+                                                                 {"info", "--no", "a"},
+                                                                 {"--extensions"},
+                                                                 {"--extensions="},
+                                                                 {"selfcheck", "a"}}) {
+        EXPECT_THROW(CommandLine::parse(bad), UsageError);
+    }
+}
+
+TEST(CountingStreamBuf, CountsEveryByteAndReportsPerChunk) {
+    std::string const text(10000, 'x');
+    std::stringbuf source(text + "end");
+    std::vector<uint64_t> reports;
+    CountingStreamBuf counting(
+        source, [&](uint64_t n) { reports.push_back(n); }, 4096);
+    std::istream in(&counting);
+    std::string all((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    EXPECT_EQ(all, text + "end");
+    EXPECT_EQ(counting.bytesRead(), 10003u);
+    EXPECT_EQ(reports, (std::vector<uint64_t>{4096, 8192, 10003}));
+}
+
+TEST(ProgressBar, RedrawsOnlyOnVisibleChange) {
+    std::ostringstream out;
+    {
+        ProgressBar bar(out, "decoding", 200ull << 20, 10);
+        bar.update(0);
+        bar.update(1); // the same per mille: no redraw
+        bar.update(100ull << 20);
+        bar.finish();
+        bar.update(5); // ignored after finish
+    }
+    EXPECT_EQ(out.str(), "\rdecoding [          ]   0.0% 0/200 MB"
+                         "\rdecoding [#####     ]  50.0% 100/200 MB"
+                         "\rdecoding [##########] 100.0% 200/200 MB\n");
+}
+
+TEST(AtomicFile, AppearsOnlyWhenCommitted) {
+    fs::path const dir = fs::temp_directory_path() / ("atomic_" + std::to_string(getpid()));
+    fs::remove_all(dir);
+    fs::create_directories(dir);
+    {
+        AtomicFile file(dir / "a.txt");
+        file.stream() << "half";
+        EXPECT_FALSE(fs::exists(dir / "a.txt"));
+    }
+    EXPECT_TRUE(fs::is_empty(dir));
+    {
+        AtomicFile file(dir / "b.txt");
+        file.stream() << "whole";
+        file.commit();
+    }
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir), fs::directory_iterator()), 1);
+    EXPECT_EQ(fs::file_size(dir / "b.txt"), 5u);
+    EXPECT_THROW(AtomicFile(dir / "missing" / "c.txt"), std::runtime_error);
+    fs::remove_all(dir);
+}
+
+} // namespace

@@ -29,7 +29,7 @@ CommandLine CommandLine::parse(std::vector<std::string> const& arguments) {
             }
             if (line.extensionsDir.empty())
                 throw UsageError("option --extensions needs a folder");
-        } else {
+        } else if (!line.encode.consume(arguments, i)) {
             throw UsageError("unknown option " + arg);
         }
     }
@@ -61,12 +61,16 @@ std::string CommandLine::usage() {
            "  gmlcodec info FILE.gml [--json]     summarise what the codec decodes from a file\n"
            "  gmlcodec convert IN.gml OUT.obj     convert CityGML to OBJ (with .mtl, textures and\n"
            "                                      an attributes file beside it)\n"
+           "  gmlcodec convert IN.obj OUT.gml     convert OBJ (with its .mtl and textures) to CityGML\n"
+           "  gmlcodec convert IN.gml OUT.gml     decode and encode again, features and ids kept\n"
            "  gmlcodec selfcheck                  load the codec and list its factories\n"
            "  gmlcodec --help | --version\n"
            "\n"
            "Options:\n"
            "  --json              info prints one JSON object\n"
            "  --extensions DIR    load the codec from DIR instead of the tool's own folder\n"
+           "\n" +
+           EncodeOptions::usage() +
            "\n"
            "Exit codes: 0 success, 1 the work failed, 2 usage error.\n";
 }

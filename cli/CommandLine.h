@@ -1,5 +1,7 @@
 #pragma once
 
+#include "EncodeOptions.h"
+
 #include <string>
 #include <vector>
 
@@ -16,4 +18,5 @@ public:
     std::vector<std::string> files;
     bool json = false;
     std::string extensionsDir; // empty: the folder of the executable
+    EncodeOptions encode;      // options of a conversion to .gml
 };

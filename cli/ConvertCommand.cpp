@@ -3,6 +3,7 @@
 #include "CodecHost.h"
 #include "CommandLine.h"
 #include "FileDecoder.h"
+#include "GmlEncodeCommand.h"
 #include "GeometrySummary.h"
 #include "ObjWriter.h"
 #include "UsageError.h"
@@ -37,6 +38,9 @@ int ConvertCommand::run(CodecHost const& host, CommandLine const& line, std::ost
     std::string const to = extension(line.files.at(1));
     if ((from == ".gml" || from == ".xml") && to == ".obj")
         return gmlToObj(host, line, out, err);
+    if ((from == ".gml" || from == ".xml" || from == ".obj") && to == ".gml")
+        return GmlEncodeCommand::run(host, line.files.at(0), line.files.at(1), line.encode, out,
+                                     err);
     throw UsageError("cannot convert " + (from.empty() ? std::string("(no extension)") : from) +
                      " to " + (to.empty() ? std::string("(no extension)") : to));
 }

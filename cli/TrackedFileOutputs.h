@@ -2,6 +2,8 @@
 
 #include <koltx/FileOutputCallbacks.h>
 
+#include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 

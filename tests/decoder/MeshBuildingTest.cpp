@@ -159,6 +159,29 @@ TEST(MeshBuilding, LodFallbackPath) {
         L"gml:lod2MultiSurface\\gml:multisurfacegml:CompositeSurface[]\\");
 }
 
+TEST(MeshBuilding, AFailedParentMeshStillLetsItsNestedGeometriesThrough) {
+    std::string const text = cityModel(
+        "<core:cityObjectMember><gen:GenericCityObject gml:id=\"g\"><gen:lod2Geometry>"
+        "<gml:MultiSurface gml:id=\"outer\"><gml:surfaceMember>" +
+        polygon("p", square()) +
+        "</gml:surfaceMember><gml:surfaceMember><gml:CompositeSurface gml:id=\"inner\">"
+        "<gml:surfaceMember>" +
+        polygon("q", square(1)) +
+        "</gml:surfaceMember></gml:CompositeSurface></gml:surfaceMember></gml:MultiSurface>"
+        "</gen:lod2Geometry></gen:GenericCityObject></core:cityObjectMember>");
+    std::wstring const outer =
+        L"gen:GenericCityObject[g]\\gen:lod2Geometry[]\\gml:MultiSurface[outer]\\";
+    CityGMLDecoder plain;
+    EXPECT_EQ(decode(plain, text).meshNames(),
+              (std::vector<std::wstring>{outer, outer + L"gml:CompositeSurface[inner]\\"}));
+
+    FailingMeshDecoder decoder;
+    decoder.failing = {1};
+    Decoded const d = decode(decoder, text);
+    EXPECT_EQ(d.meshNames(), std::vector<std::wstring>{outer + L"gml:CompositeSurface[inner]\\"});
+    EXPECT_EQ(d.warnings, L"Could not decode geometry at '" + outer + L"'. Error: x\n");
+}
+
 TEST(MeshBuilding, AFailedMeshIsReportedAndTheWalkGoesOn) {
     std::string const text =
         cityModel("<core:cityObjectMember><bldg:Building gml:id=\"a\">" +

@@ -72,6 +72,21 @@ std::vector<uint8_t> decodePNG(std::string const& bytes, png_uint_32 format) {
     return pixels;
 }
 
+// Memory outputs on a medium that fills up after `room` bytes.
+class FullMedium : public MemoryOutputCallbacks {
+public:
+    explicit FullMedium(size_t room) : room(room) {}
+    kolt::Status write(uint64_t handle, void const* data, size_t size) override {
+        if (size > room)
+            return kolt::SimpleOutputCallbacks::STATUS_IO;
+        room -= size;
+        return MemoryOutputCallbacks::write(handle, data, size);
+    }
+
+private:
+    size_t room;
+};
+
 class TempDir {
 public:
     TempDir() : path(fs::temp_directory_path() / ("kolt_img_" + std::to_string(::getpid()))) {
@@ -215,6 +230,13 @@ TEST(ImageEncoders, FailuresAreReportedByStatus) {
               }),
               kolt::STATUS_TEXTURE_NAME_MISSING);
     EXPECT_TRUE(out.getNames().empty());
+
+    // A write that fails between open and close leaves no output behind.
+    FullMedium full(10);
+    EXPECT_EQ(status([&] { encode(PNG, smallTexture(), &full); }),
+              kolt::SimpleOutputCallbacks::STATUS_IO);
+    EXPECT_TRUE(full.getNames().empty());
+    EXPECT_EQ(full.getOpenCount(), 0u);
 
     // SKIP leaves an existing output alone, OVERWRITE replaces it.
     encode(PNG, smallTexture(), &out, Options{L"a.png", true, L"OVERWRITE"});

@@ -31,6 +31,12 @@ class HoleTesselator {
 public:
     HoleTesselator(Mesh const& mesh, MeshBuilder& builder)
         : mesh(mesh), builder(builder), uvSetCount(mesh.getUVSetCount()) {}
+    HoleTesselator(HoleTesselator const&) = delete;
+    HoleTesselator& operator=(HoleTesselator const&) = delete;
+    ~HoleTesselator() {
+        if (tess != nullptr)
+            gluDeleteTess(tess);
+    }
 
     // Appends the triangles of `face`; false if the tesselator failed or the face is flat. On
     // failure some vertices may have been added to the builder, but no face.
@@ -45,7 +51,8 @@ private:
                           void* self);
     static void onError(GLenum, void* self) { static_cast<HoleTesselator*>(self)->failed = true; }
 
-    void addRing(GLUtesselator* tess, uint32_t face);
+    void addRing(uint32_t face);
+    bool prepare();
 
     Mesh const& mesh;
     MeshBuilder& builder;
@@ -56,9 +63,10 @@ private:
     std::deque<Corner> corners; // a deque keeps the addresses that GLU holds
     std::vector<Corner const*> triangles;
     bool failed = false;
+    GLUtesselator* tess = nullptr; // made once per mesh: creating one costs more than a face
 };
 
-void HoleTesselator::addRing(GLUtesselator* tess, uint32_t face) {
+void HoleTesselator::addRing(uint32_t face) {
     uint32_t const count = mesh.getFaceVertexCount(face);
     uint32_t const* vertices = mesh.getFaceVertexIndices(face);
     auto const& coords = mesh.getVertexCoords();
@@ -90,6 +98,25 @@ void HoleTesselator::addRing(GLUtesselator* tess, uint32_t face) {
     gluTessEndContour(tess);
 }
 
+bool HoleTesselator::prepare() {
+    if (tess != nullptr)
+        return true;
+    tess = gluNewTess();
+    if (tess == nullptr)
+        return false;
+    using Callback = _GLUfuncptr;
+    gluTessCallback(tess, GLU_TESS_BEGIN_DATA, reinterpret_cast<Callback>(&onBegin));
+    // With an edge flag callback, GLU hands out separate triangles only.
+    gluTessCallback(tess, GLU_TESS_EDGE_FLAG_DATA, reinterpret_cast<Callback>(&onEdgeFlag));
+    gluTessCallback(tess, GLU_TESS_VERTEX_DATA, reinterpret_cast<Callback>(&onVertex));
+    gluTessCallback(tess, GLU_TESS_END_DATA, reinterpret_cast<Callback>(&onEnd));
+    gluTessCallback(tess, GLU_TESS_COMBINE_DATA, reinterpret_cast<Callback>(&onCombine));
+    gluTessCallback(tess, GLU_TESS_ERROR_DATA, reinterpret_cast<Callback>(&onError));
+    gluTessProperty(tess, GLU_TESS_WINDING_RULE, GLU_TESS_WINDING_ODD);
+    gluTessNormal(tess, 0.0, 0.0, 1.0);
+    return true;
+}
+
 bool HoleTesselator::run(uint32_t face, uint32_t material) {
     MeshUtils::faceNormal(mesh, face, normal);
     double const ax = std::fabs(normal[0]), ay = std::fabs(normal[1]), az = std::fabs(normal[2]);
@@ -109,26 +136,21 @@ bool HoleTesselator::run(uint32_t face, uint32_t material) {
         carried[set] = complete;
     }
 
-    GLUtesselator* tess = gluNewTess();
-    if (tess == nullptr)
+    corners.clear();
+    triangles.clear();
+    failed = false;
+    if (!prepare())
         return false;
-    using Callback = _GLUfuncptr;
-    gluTessCallback(tess, GLU_TESS_BEGIN_DATA, reinterpret_cast<Callback>(&onBegin));
-    // With an edge flag callback, GLU hands out separate triangles only.
-    gluTessCallback(tess, GLU_TESS_EDGE_FLAG_DATA, reinterpret_cast<Callback>(&onEdgeFlag));
-    gluTessCallback(tess, GLU_TESS_VERTEX_DATA, reinterpret_cast<Callback>(&onVertex));
-    gluTessCallback(tess, GLU_TESS_END_DATA, reinterpret_cast<Callback>(&onEnd));
-    gluTessCallback(tess, GLU_TESS_COMBINE_DATA, reinterpret_cast<Callback>(&onCombine));
-    gluTessCallback(tess, GLU_TESS_ERROR_DATA, reinterpret_cast<Callback>(&onError));
-    gluTessProperty(tess, GLU_TESS_WINDING_RULE, GLU_TESS_WINDING_ODD);
-    gluTessNormal(tess, 0.0, 0.0, 1.0);
-
     gluTessBeginPolygon(tess, this);
-    addRing(tess, face);
+    addRing(face);
     for (uint32_t h = 0; h < holeCount; ++h)
-        addRing(tess, holes[h]);
+        addRing(holes[h]);
     gluTessEndPolygon(tess);
-    gluDeleteTess(tess);
+    if (failed) {
+        // After an error the tesselator's state is not to be trusted; the next face gets a new one.
+        gluDeleteTess(tess);
+        tess = nullptr;
+    }
     if (failed || triangles.empty() || triangles.size() % 3 != 0)
         return false;
 
@@ -254,6 +276,7 @@ std::shared_ptr<Mesh> MeshUtils::triangulateHoles(std::shared_ptr<Mesh> const& m
     for (auto const& material : source.getMaterials())
         builder.addMaterial(material);
 
+    HoleTesselator tesselator(source, builder);
     for (uint32_t face = 0; face < source.getFaceCount(); ++face) {
         if (source.isHoleFace(face))
             continue;
@@ -262,7 +285,6 @@ std::shared_ptr<Mesh> MeshUtils::triangulateHoles(std::shared_ptr<Mesh> const& m
             continue;
         }
         uint32_t const material = source.getFaceMaterialIndices()[face];
-        HoleTesselator tesselator(source, builder);
         if (!tesselator.run(face, material)) {
             copyFace(source, builder, face);
             if (warnings != nullptr)

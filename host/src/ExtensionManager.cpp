@@ -107,7 +107,15 @@ void ExtensionManager::loadExtensionLibrary(std::string const& path) {
         std::lock_guard<std::mutex> lock(mutex);
         libraries.push_back({canonical, handle});
     }
-    registerFactories(this);
+    // The library stays loaded even if its registration fails: factories it registered before
+    // the failure may be in use.
+    try {
+        registerFactories(this);
+    } catch (std::exception const& error) {
+        throw loadError(path, std::string("registration failed: ") + error.what());
+    } catch (...) {
+        throw loadError(path, "registration failed with an unknown exception");
+    }
 }
 
 size_t ExtensionManager::loadExtensionDirectory(std::string const& directory,

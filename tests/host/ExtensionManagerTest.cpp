@@ -113,6 +113,7 @@ TEST(ExtensionManager, RefusesLibrariesWithoutExportsOrWithAnotherVersion) {
     expectLoadFailure(manager, TEST_EXTENSION_OLD_VERSION, "version 2.1 is not supported");
     expectLoadFailure(manager, TEST_EXTENSION_NO_EXPORTS, "not an extension library");
     expectLoadFailure(manager, "/no/such/library.so", "/no/such/library.so");
+    expectLoadFailure(manager, TEST_EXTENSION_THROWING, "registration failed: no factories today");
 }
 
 TEST(ExtensionManager, LoadsEveryExtensionOfAFolder) {

@@ -18,6 +18,7 @@
 #include "koltx/Texture.h"
 
 #include <sstream>
+#include <stdexcept>
 #include <string>
 
 #ifndef TEST_EXTENSION_MAJOR
@@ -139,12 +140,17 @@ __attribute__((visibility("default"))) int32_t getVersionMinor() {
 
 __attribute__((visibility("default"))) void
 registerExtensionFactories(koltx::ExtensionManager* manager) {
+#ifdef TEST_EXTENSION_THROWS
+    (void)manager;
+    throw std::runtime_error("no factories today");
+#else
     if (PointsDecoderFactory::getInstance() == nullptr)
         PointsDecoderFactory::setInstance(new PointsDecoderFactory());
     manager->registerFactory(PointsDecoderFactory::getInstance());
     if (SummaryEncoderFactory::getInstance() == nullptr)
         SummaryEncoderFactory::setInstance(new SummaryEncoderFactory());
     manager->registerFactory(SummaryEncoderFactory::getInstance());
+#endif
 }
 
 __attribute__((visibility("default"))) void unregisterExtensionFactories() {}

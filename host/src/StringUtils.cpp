@@ -119,6 +119,16 @@ size_t convert(In const* text, size_t length, Out* buffer, size_t capacity, Deco
     bool full = capacity == 0 || buffer == nullptr;
     Out units[4];
     for (size_t pos = 0; pos < length;) {
+        // ASCII is copied unit for unit; most text is.
+        if (static_cast<uint32_t>(text[pos]) < 0x80) {
+            if (!full && written + 1 < capacity)
+                buffer[written++] = static_cast<Out>(text[pos]);
+            else
+                full = true;
+            ++needed;
+            ++pos;
+            continue;
+        }
         size_t const count = encode(decode(text, length, pos), units);
         if (!full && written + count < capacity) {
             for (size_t i = 0; i < count; ++i)
@@ -170,8 +180,12 @@ std::wstring StringUtils::toUTF16(std::string const& utf8) {
     result.reserve(utf8.size());
     wchar_t units[2];
     auto const* text = reinterpret_cast<unsigned char const*>(utf8.data());
-    for (size_t pos = 0; pos < utf8.size();)
-        result.append(units, encodeUTF16(decodeUTF8(text, utf8.size(), pos), units));
+    for (size_t pos = 0; pos < utf8.size();) {
+        if (text[pos] < 0x80)
+            result += static_cast<wchar_t>(text[pos++]);
+        else
+            result.append(units, encodeUTF16(decodeUTF8(text, utf8.size(), pos), units));
+    }
     return result;
 }
 
@@ -179,8 +193,12 @@ std::string StringUtils::toUTF8(std::wstring const& utf16) {
     std::string result;
     result.reserve(utf16.size());
     char units[4];
-    for (size_t pos = 0; pos < utf16.size();)
-        result.append(units, encodeUTF8(decodeUTF16(utf16.data(), utf16.size(), pos), units));
+    for (size_t pos = 0; pos < utf16.size();) {
+        if (static_cast<uint32_t>(utf16[pos]) < 0x80)
+            result += static_cast<char>(utf16[pos++]);
+        else
+            result.append(units, encodeUTF8(decodeUTF16(utf16.data(), utf16.size(), pos), units));
+    }
     return result;
 }
 

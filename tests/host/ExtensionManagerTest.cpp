@@ -101,6 +101,14 @@ TEST(ExtensionManager, LoadsLibraryAndCreatesExtensionsByIdAndExtension) {
         nullptr, 1, 1, koltx::Texture::FORMAT_GREY8, std::vector<uint8_t>{1});
     encoder->encode({texture, geometry});
     EXPECT_EQ(output.getText(L"out.txt"), "2 contents, 1 textures");
+    // A host exception thrown inside the library is caught here by its type.
+    auto const withoutOutput = manager.createEncoder(SUMMARY_ENCODER, optionMap.get(), nullptr);
+    try {
+        withoutOutput->encode({texture});
+        ADD_FAILURE() << "encoded without callbacks";
+    } catch (koltx::StatusException const& error) {
+        EXPECT_EQ(error.getStatus(), kolt::STATUS_CALLBACKS_UNUSABLE);
+    }
     // The factory's own create() uses the default options.
     std::unique_ptr<koltx::Extension> plain(manager.getEncoderFactory(SUMMARY_ENCODER)->create());
     auto* defaultEncoder = dynamic_cast<koltx::Encoder*>(plain.get());

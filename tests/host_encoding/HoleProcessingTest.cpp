@@ -3,6 +3,7 @@
 #include "koltx/EncodePreparator.h"
 #include "koltx/HoleProcessor.h"
 #include "koltx/MaterialBuilder.h"
+#include "koltx/MeshBuilder.h"
 #include "koltx/MeshUtils.h"
 
 #include <gtest/gtest.h>
@@ -104,4 +105,50 @@ TEST(HoleProcessing, PassKeepsHolesAndTriangulateSplitsEverything) {
     EXPECT_EQ(quads->getFaceCount(), 18u);
     EXPECT_NEAR(MeshUtils::surfaceArea(*quads), 9.0, 1e-9);
     EXPECT_TRUE(fixtures::uvIndicesValid(*quads));
+}
+
+TEST(HoleProcessing, SeveralHolesInAConcaveFaceKeepTheirArea) {
+    // An L-shaped face (area 75) with two square holes of area 1 and 4, in the xy-plane.
+    MeshBuilder builder;
+    builder.setName(L"l");
+    auto ring = [&](std::vector<std::pair<double, double>> const& points) {
+        uint32_t const face = builder.addFace();
+        for (auto const& p : points) {
+            double const xyz[3] = {p.first, p.second, 0.0};
+            builder.addFaceVertexIndex(face, builder.addVertexCoords(xyz));
+        }
+        return face;
+    };
+    uint32_t const outer = ring({{0, 0}, {10, 0}, {10, 5}, {5, 5}, {5, 10}, {0, 10}});
+    uint32_t const small = ring({{1, 1}, {2, 1}, {2, 2}, {1, 2}});
+    uint32_t const large = ring({{1, 6}, {3, 6}, {3, 8}, {1, 8}});
+    builder.addFaceHoleIndex(outer, small);
+    builder.addFaceHoleIndex(outer, large);
+    auto mesh = builder.createSharedAndReset(nullptr);
+    ASSERT_DOUBLE_EQ(MeshUtils::surfaceArea(*mesh), 70.0);
+
+    auto bridged = HoleProcessor::process(mesh, HoleProcessor::BRIDGE);
+    ASSERT_EQ(bridged->getFaceCount(), 1u);
+    EXPECT_EQ(bridged->getFaceVertexCount(0), 6u + 5u + 1u + 5u + 1u);
+    EXPECT_NEAR(MeshUtils::faceArea(*bridged, 0), 70.0, 1e-9);
+    // Triangulating the bridged ring covers exactly the same area.
+    auto triangles = prepare(bridged, Flags().triangulate(true));
+    EXPECT_NEAR(MeshUtils::surfaceArea(*triangles), 70.0, 1e-9);
+    for (uint32_t f = 0; f < triangles->getFaceCount(); ++f)
+        EXPECT_EQ(triangles->getFaceVertexCount(f), 3u);
+
+    auto triangulated = prepare(mesh, Flags().processHoles(HoleProcessor::TRIANGULATE));
+    EXPECT_NEAR(MeshUtils::surfaceArea(*triangulated), 70.0, 1e-9);
+
+    // A concave face alone, triangulated: same area, no triangle outside the L.
+    MeshBuilder alone;
+    uint32_t const face = alone.addFace();
+    for (auto const& p : std::vector<std::pair<double, double>>{
+             {0, 0}, {10, 0}, {10, 5}, {5, 5}, {5, 10}, {0, 10}}) {
+        double const xyz[3] = {p.first, p.second, 0.0};
+        alone.addFaceVertexIndex(face, alone.addVertexCoords(xyz));
+    }
+    auto split = prepare(alone.createSharedAndReset(nullptr), Flags().triangulate(true));
+    EXPECT_EQ(split->getFaceCount(), 4u);
+    EXPECT_NEAR(MeshUtils::surfaceArea(*split), 75.0, 1e-9);
 }

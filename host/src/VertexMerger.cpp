@@ -51,26 +51,52 @@ uint32_t VertexMerger::merge(std::vector<double> const& coords, double tolerance
             cell[a] = exact ? p[a] + 0.0 : std::floor(p[a] * inverse) + 0.0;
     };
 
-    size_t capacity = 16;
-    while (capacity < count * 2)
-        capacity <<= 1;
-    size_t const mask = capacity - 1;
-    // Slot -> first representative of the cell; chains continue through `next`.
-    std::vector<uint32_t> slots(capacity, EMPTY);
+    // Open addressing, cell -> first representative; chains continue through `next`. The
+    // high hash bits sit beside the head, so one cache line answers most probes, and the table
+    // grows with the cells in use rather than with the input.
+    struct Slot {
+        uint32_t head = EMPTY;
+        uint32_t tag = 0;
+    };
+    std::vector<Slot> slots(1024);
+    size_t mask = slots.size() - 1;
+    size_t cells = 0;
     std::vector<uint32_t> next;
     next.reserve(count);
 
-    auto findSlot = [&](double const* cell) -> size_t {
-        size_t slot = hashCell(cell[0], cell[1], cell[2]) & mask;
+    auto probe = [&](uint64_t hash, double const* cell) -> size_t {
+        uint32_t const tag = static_cast<uint32_t>(hash >> 32);
+        size_t slot = hash & mask;
         for (;;) {
-            uint32_t const head = slots[slot];
-            if (head == EMPTY)
+            Slot const& entry = slots[slot];
+            if (entry.head == EMPTY)
                 return slot;
-            double headCell[3];
-            cellOf(&merged[size_t(head) * 3], headCell);
-            if (sameCell(headCell, cell))
-                return slot;
+            if (entry.tag == tag) {
+                double headCell[3];
+                cellOf(&merged[size_t(entry.head) * 3], headCell);
+                if (sameCell(headCell, cell))
+                    return slot;
+            }
             slot = (slot + 1) & mask;
+        }
+    };
+    auto findSlot = [&](double const* cell) -> size_t {
+        return probe(hashCell(cell[0], cell[1], cell[2]), cell);
+    };
+    auto grow = [&]() {
+        std::vector<Slot> old(slots.size() * 2);
+        old.swap(slots);
+        mask = slots.size() - 1;
+        for (Slot const& entry : old) {
+            if (entry.head == EMPTY)
+                continue;
+            double cell[3];
+            cellOf(&merged[size_t(entry.head) * 3], cell);
+            uint64_t const hash = hashCell(cell[0], cell[1], cell[2]);
+            size_t slot = hash & mask;
+            while (slots[slot].head != EMPTY)
+                slot = (slot + 1) & mask;
+            slots[slot] = entry;
         }
     };
 
@@ -80,10 +106,23 @@ uint32_t VertexMerger::merge(std::vector<double> const& coords, double tolerance
         if (exact) {
             double cell[3];
             cellOf(p, cell);
-            uint32_t const head = slots[findSlot(cell)];
+            uint32_t const head = slots[findSlot(cell)].head;
             if (head != EMPTY)
                 found = head;
         } else {
+            // An exact duplicate in the vertex's own cell is as near as it gets: no further look.
+            double own[3];
+            cellOf(p, own);
+            for (uint32_t r = slots[findSlot(own)].head; r != EMPTY && found == EMPTY;
+                 r = next[r]) {
+                double const* q = &merged[size_t(r) * 3];
+                if (q[0] == p[0] && q[1] == p[1] && q[2] == p[2])
+                    found = r;
+            }
+            if (found != EMPTY) {
+                remap[i] = found;
+                continue;
+            }
             double lo[3], hi[3];
             for (int a = 0; a < 3; ++a) {
                 lo[a] = std::floor((p[a] - tolerance) * inverse) + 0.0;
@@ -94,7 +133,7 @@ uint32_t VertexMerger::merge(std::vector<double> const& coords, double tolerance
             for (cell[0] = lo[0]; cell[0] <= hi[0]; cell[0] += 1.0) {
                 for (cell[1] = lo[1]; cell[1] <= hi[1]; cell[1] += 1.0) {
                     for (cell[2] = lo[2]; cell[2] <= hi[2]; cell[2] += 1.0) {
-                        for (uint32_t r = slots[findSlot(cell)]; r != EMPTY; r = next[r]) {
+                        for (uint32_t r = slots[findSlot(cell)].head; r != EMPTY; r = next[r]) {
                             double const* q = &merged[size_t(r) * 3];
                             double const dx = p[0] - q[0], dy = p[1] - q[1], dz = p[2] - q[2];
                             double const d2 = dx * dx + dy * dy + dz * dz;
@@ -121,9 +160,18 @@ uint32_t VertexMerger::merge(std::vector<double> const& coords, double tolerance
         merged.insert(merged.end(), p, p + 3);
         double cell[3];
         cellOf(p, cell);
-        size_t const slot = findSlot(cell);
-        next.push_back(slots[slot]);
-        slots[slot] = index;
+        uint64_t const hash = hashCell(cell[0], cell[1], cell[2]);
+        size_t slot = probe(hash, cell);
+        if (slots[slot].head == EMPTY) {
+            if ((cells + 1) * 4 > slots.size()) {
+                grow();
+                slot = probe(hash, cell);
+            }
+            ++cells;
+            slots[slot].tag = static_cast<uint32_t>(hash >> 32);
+        }
+        next.push_back(slots[slot].head);
+        slots[slot].head = index;
         remap[i] = index;
     }
     return static_cast<uint32_t>(next.size());

@@ -4,6 +4,7 @@
 #include <koltx/MeshBuilder.h>
 
 #include <cwctype>
+#include <map>
 #include <set>
 #include <string_view>
 
@@ -59,6 +60,9 @@ struct Node {
     std::wstring id;
     std::wstring tag;
     std::vector<std::unique_ptr<Node>> children;
+    // Ids given to steps without one that met a sibling of another tag, by tag, so that the
+    // later steps of that element find it again.
+    std::map<std::wstring, std::wstring> aliases;
 
     Node* find(std::wstring const& childId) const {
         for (auto const& child : children)
@@ -76,23 +80,94 @@ std::size_t innermostGeometry(std::vector<Step> const& steps) {
     return found;
 }
 
-// Walks `steps` as the encoder would. Returns the depth of the first step that reaches a node
-// made for another element (another tag), or that ends in a geometry that exists already, so
-// that no polygon would be made; steps.size() when the path is placed as it reads.
-std::size_t firstConflict(Node& root, std::vector<Step> const& steps) {
+// A property element (lower-case local name, such as "bldg:boundedBy" or "bldg:lod2Solid")
+// holds one object; a second one needs a property element of its own.
+bool isProperty(std::wstring const& tag) {
+    auto const colon = tag.find(L':');
+    std::size_t const local = colon == std::wstring::npos ? 0 : colon + 1;
+    return local < tag.size() && std::iswlower(static_cast<wint_t>(tag[local]));
+}
+
+std::size_t const noFix = static_cast<std::size_t>(-1);
+
+std::size_t shallowestWithoutId(std::vector<bool> const& idless, std::size_t from, std::size_t to) {
+    for (std::size_t i = from; i <= to && i < idless.size(); ++i)
+        if (idless[i])
+            return i;
+    return noFix;
+}
+
+// The first step of the run of steps without id that ends at `i`; noFix if step `i` has one.
+std::size_t runWithoutId(std::vector<bool> const& idless, std::size_t i) {
+    if (!idless[i])
+        return noFix;
+    while (i > 0 && idless[i - 1])
+        --i;
+    return i;
+}
+
+// Walks `steps` as the encoder would and gives ids to the steps that need one; true if any
+// changed. Conflicts: a step without id that reaches a node made for another element (another
+// tag) gets the id that its element got before, or a new one; a property element that would get
+// a second object is split off from the first step without id that leads to it, so that the
+// object that differs is made anew with all that belongs to it; and a path whose innermost
+// geometry exists already, so that no polygon would be made, is an exact repeat: a repeated
+// member of a geometry aggregate becomes a member of its own, anything else is split off there
+// too, or at the shallowest step without id.
+template <typename FreshId>
+bool placePath(Node& root, std::vector<Step>& steps, FreshId const& freshId) {
     std::size_t const geometry = innermostGeometry(steps);
     if (geometry == steps.size())
-        return steps.size(); // no polygons anyway
+        return false; // no polygons anyway
+    // Whether each step came without an id; ids given here don't change that.
+    std::vector<bool> idless;
+    for (auto const& step : steps)
+        idless.push_back(step.id.empty());
+    bool changed = false;
+    auto split = [&](std::size_t at) {
+        if (at == noFix)
+            return;
+        steps[at].id = freshId();
+        changed = true;
+    };
     Node* node = &root;
     for (std::size_t i = 0; i < steps.size(); ++i) {
         Node* child = node->find(steps[i].id);
-        if (child == nullptr)
-            return steps.size();
-        if (child->tag != steps[i].tag || i == geometry)
-            return i;
+        if (child != nullptr && child->tag != steps[i].tag && steps[i].id.empty()) {
+            auto const alias = node->aliases.find(steps[i].tag);
+            if (alias == node->aliases.end()) {
+                split(i);
+                node->aliases[steps[i].tag] = steps[i].id;
+                return changed;
+            }
+            steps[i].id = alias->second;
+            changed = true;
+            child = node->find(steps[i].id);
+        }
+        if (child == nullptr || child->tag != steps[i].tag)
+            return changed;
+        if (i == geometry) {
+            std::size_t outer = geometry;
+            while (outer > 0 && isGeometryTag(steps[outer - 1].tag))
+                --outer;
+            std::size_t fix = shallowestWithoutId(idless, outer + 1, geometry);
+            if (fix == noFix)
+                fix = runWithoutId(idless, geometry);
+            split(fix != noFix ? fix : shallowestWithoutId(idless, 0, geometry));
+            return changed;
+        }
+        bool const property =
+            isProperty(steps[i].tag) || (i + 1 < steps.size() && steps[i + 1].tag == steps[i].tag);
+        if (property && idless[i] && i + 1 < steps.size() && !child->children.empty()) {
+            Node const* next = child->find(steps[i + 1].id);
+            if (next == nullptr || next->tag != steps[i + 1].tag) {
+                split(runWithoutId(idless, i));
+                return changed;
+            }
+        }
         node = child;
     }
-    return steps.size();
+    return changed;
 }
 
 void insert(Node& root, std::vector<Step> const& steps) {
@@ -100,7 +175,7 @@ void insert(Node& root, std::vector<Step> const& steps) {
     for (auto const& step : steps) {
         Node* child = node->find(step.id);
         if (child == nullptr) {
-            node->children.push_back(std::make_unique<Node>(Node{step.id, step.tag, {}}));
+            node->children.push_back(std::make_unique<Node>(Node{step.id, step.tag, {}, {}}));
             child = node->children.back().get();
         }
         node = child;
@@ -149,17 +224,8 @@ std::size_t MeshNameRepair::repair(std::vector<std::wstring>& names) {
             steps.push_back({isGeometryTag(rest) ? rest : L"gml:MultiSurface", L""});
             renamedHere = true;
         }
-        std::size_t const conflict = firstConflict(root, steps);
-        if (conflict < steps.size()) {
-            std::size_t fix = steps.size();
-            for (std::size_t i = 0; i <= conflict && fix == steps.size(); ++i)
-                if (steps[i].id.empty())
-                    fix = i;
-            if (fix < steps.size()) {
-                steps[fix].id = freshId();
-                renamedHere = true;
-            }
-        }
+        if (placePath(root, steps, freshId))
+            renamedHere = true;
         if (renamedHere) {
             names[m] = join(steps);
             ++changed;

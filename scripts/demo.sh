@@ -1,8 +1,13 @@
 #!/usr/bin/env bash
-# Builds everything and runs the tool on the bundled example.
+# Builds everything, converts the bundled example to OBJ and prints what the codec read from it.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 bash "$root/scripts/build.sh"
 tool="$root/build/bin/gmlcodec"
+out="$root/build/demo"
+mkdir -p "$out"
 "$tool" --version
 "$tool" selfcheck
+"$tool" convert "$root/examples/small_house.gml" "$out/small_house.obj"
+"$tool" info "$root/examples/small_house.gml"
+echo "OBJ, MTL, texture and attributes are in $out"

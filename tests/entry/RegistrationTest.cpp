@@ -48,10 +48,13 @@ TEST(Entry, RegistersTheDecoderFactoryOnceBuiltAndEveryTimeCalled) {
     ASSERT_NE(factory, nullptr);
     registerExtensionFactories(&manager);
     EXPECT_EQ(CityGMLDecoderFactory::getInstance(), factory);
-    ASSERT_GE(manager.registered.size(), 2u);
-    // The decoder always goes first.
-    EXPECT_EQ(manager.registered.front(), factory);
-    EXPECT_EQ(std::count(manager.registered.begin(), manager.registered.end(), factory), 2);
+    // Decoder first, then the encoder, on each call; each factory is built once.
+    ASSERT_EQ(manager.registered.size(), 4u);
+    EXPECT_EQ(manager.registered[0], factory);
+    EXPECT_EQ(manager.registered[2], factory);
+    EXPECT_EQ(manager.registered[1], manager.registered[3]);
+    EXPECT_NE(manager.registered[1], factory);
+    EXPECT_EQ(manager.registered[1]->getID(), L"com.morvane.kolt.codecs.CityGMLEncoder");
     EXPECT_TRUE(log.sink->getEntries().empty());
 
     EXPECT_EQ(factory->getID(), L"com.morvane.kolt.codecs.CityGMLDecoder");

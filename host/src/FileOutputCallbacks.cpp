@@ -38,7 +38,9 @@ std::string FileOutputCallbacks::targetPath(std::wstring const& name) const {
         size_t end = name.find(L'/', start);
         if (end == std::wstring::npos)
             end = name.size();
-        if (name.compare(start, end - start, L"..") == 0)
+        // ".." climbs out; "." names a folder, never a file.
+        if (name.compare(start, end - start, L"..") == 0 ||
+            name.compare(start, end - start, L".") == 0)
             return std::string();
         start = end + 1;
     }

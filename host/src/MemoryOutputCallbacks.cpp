@@ -51,9 +51,15 @@ kolt::Status MemoryOutputCallbacks::write(uint64_t handle, void const* data, siz
         return 1;
     Pending& entry = it->second;
     auto& bytes = entry.output.bytes;
+    if (entry.position > MAX_BYTES || size > MAX_BYTES - entry.position)
+        return STATUS_IO;
     size_t const end = static_cast<size_t>(entry.position) + size;
-    if (bytes.size() < end)
-        bytes.resize(end, 0);
+    try {
+        if (bytes.size() < end)
+            bytes.resize(end, 0);
+    } catch (std::exception const&) {
+        return STATUS_IO; // a position far beyond what memory holds
+    }
     std::memcpy(bytes.data() + entry.position, data, size);
     entry.position = end;
     return 0;

@@ -107,7 +107,7 @@ TEST(FileOutputCallbacks, RefusesNamesOutsideItsDirectory) {
     FileOutputCallbacks out((dir.path / "inner").string());
     kolt::Status status;
     for (wchar_t const* name : {L"/etc/passwd", L"../escape.gml", L"a/../../escape.gml", L"..",
-                                L"a/..", L"", L"folder/"}) {
+                                L"a/..", L"", L"folder/", L".", L"a/./b"}) {
         EXPECT_EQ(openOut(out, name, status), 0u) << std::wstring(name).size();
         EXPECT_EQ(status, SimpleOutputCallbacks::STATUS_NAME_REFUSED);
     }
@@ -192,4 +192,8 @@ TEST(MemoryOutputCallbacks, KeepsClosedOutputsByName) {
     EXPECT_EQ(out.open(L"enc", 2, L"a.png", SimpleOutputCallbacks::OPEN_KEEP, 0, &status), 0u);
     EXPECT_EQ(status, SimpleOutputCallbacks::STATUS_EXISTS);
     EXPECT_EQ(out.write(12345, "x", 1), SimpleOutputCallbacks::STATUS_BAD_HANDLE);
+    // A position beyond any memory is a write error, not an exception.
+    uint64_t const far = out.open(L"enc", 2, L"far", 0, 0, &status);
+    EXPECT_EQ(out.seek(far, int64_t(1) << 62, SimpleOutputCallbacks::FROM_BEGIN), 0);
+    EXPECT_EQ(out.write(far, "x", 1), SimpleOutputCallbacks::STATUS_IO);
 }

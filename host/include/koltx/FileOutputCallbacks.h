@@ -12,7 +12,7 @@ namespace koltx {
 // Writes outputs as files below one directory. Each output goes to a temporary file beside its
 // target and is renamed into place by close, so a reader never sees half a file and an output
 // that is never closed (or closed with discard) leaves nothing behind. Names are relative paths
-// in UTF-16; absolute names and names with a ".." component are refused.
+// in UTF-16; absolute names and names with a "." or ".." component are refused.
 class FileOutputCallbacks : public kolt::SimpleOutputCallbacks {
 public:
     explicit FileOutputCallbacks(std::string directory);

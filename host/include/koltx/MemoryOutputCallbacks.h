@@ -14,6 +14,9 @@ namespace koltx {
 // closing it again under the same name replaces the earlier bytes.
 class MemoryOutputCallbacks : public kolt::SimpleOutputCallbacks {
 public:
+    // Largest output; a write beyond it fails with STATUS_IO.
+    static constexpr uint64_t MAX_BYTES = uint64_t(1) << 36;
+
     struct Output {
         std::wstring encoderId;
         int32_t contentType = 0;

@@ -207,6 +207,31 @@ TEST(ImageEncoders, JPEGStaysWithinTheUsualLoss) {
     EXPECT_GT(back->getPixel(0, size - 1)[1], 230);
 }
 
+TEST(ImageEncoders, PhotoJPEGReadAndWrittenAgainStaysClose) {
+    REQUIRE_TESTDATA();
+    TempDir dir;
+    fs::path const source = testsupport::testDataDir() /
+                            "citygml2_textures/lyon_small_house/LYON_1ER_BATI_2015_small_house.jpg";
+    auto original = DataBackend::resolveTexture(nullptr, source.wstring(), nullptr, nullptr);
+    ASSERT_TRUE(original && original->isValid());
+    FileOutputCallbacks out(dir.path.string());
+    std::wstring const name =
+        encode(JPG, original, &out, Options{L"photo.jpeg", true, L"OVERWRITE"});
+    EXPECT_EQ(name, L"photo.jpeg");
+    auto again =
+        DataBackend::resolveTexture(nullptr, (dir.path / name).wstring(), nullptr, nullptr);
+    ASSERT_TRUE(again && again->isValid());
+    ASSERT_EQ(again->getWidth(), original->getWidth());
+    ASSERT_EQ(again->getHeight(), original->getHeight());
+    ASSERT_EQ(again->getFormat(), original->getFormat());
+    auto const& a = original->getPixels();
+    auto const& b = again->getPixels();
+    double total = 0;
+    for (size_t i = 0; i < a.size(); ++i)
+        total += std::abs(int(a[i]) - int(b[i]));
+    EXPECT_LT(total / double(a.size()), 3.0);
+}
+
 TEST(ImageEncoders, FailuresAreReportedByStatus) {
     auto status = [](auto&& call) {
         try {

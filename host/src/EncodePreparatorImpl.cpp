@@ -147,7 +147,10 @@ std::shared_ptr<Mesh> EncodePreparatorImpl::finish(MeshData& data,
     HoleProcessor::Action holes = flags.getProcessHoles();
     if (flags.getTriangulate() && holes == HoleProcessor::PASS)
         holes = HoleProcessor::TRIANGULATE; // triangles cannot keep holes
-    if (data.hasHoles()) {
+    if (data.hasHoles() && holes != HoleProcessor::PASS) {
+        if (uint32_t const changed = data.unlinkNonFiniteHoles())
+            warnings += std::to_wstring(changed) + L" face(s) of mesh '" + data.name +
+                        L"' with coordinates that are not finite keep their holes as faces\n";
         if (holes == HoleProcessor::BRIDGE)
             HoleBridger::bridge(data);
         else if (holes == HoleProcessor::TRIANGULATE)

@@ -143,6 +143,13 @@ void FaceTriangulator::triangulate(MeshData& mesh, std::wstring* warnings) {
             original();
             continue;
         }
+        if (!mesh.isFinite(f)) {
+            if (warnings != nullptr)
+                *warnings += L"Triangulation: face " + std::to_wstring(f) +
+                             L" has coordinates that are not finite and stays whole\n";
+            original();
+            continue;
+        }
 
         TessState state;
         state.mesh = &mesh;

@@ -3,6 +3,7 @@
 #include "VertexMerger.h"
 #include "koltx/MeshBuilder.h"
 
+#include <cmath>
 #include <cstring>
 #include <unordered_map>
 
@@ -230,6 +231,35 @@ void MeshData::cleanupUVs() {
         }
         set.coords.swap(coordsOut);
     }
+}
+
+bool MeshData::isFinite(uint32_t face) const {
+    for (uint32_t i = faceOffsets[face]; i < faceOffsets[face + 1]; ++i) {
+        double const* p = &coords[size_t(indices[i]) * 3];
+        if (!std::isfinite(p[0]) || !std::isfinite(p[1]) || !std::isfinite(p[2]))
+            return false;
+    }
+    return true;
+}
+
+uint32_t MeshData::unlinkNonFiniteHoles() {
+    uint32_t changed = 0;
+    std::vector<uint32_t> newHoles;
+    std::vector<uint32_t> newOffsets{0};
+    for (uint32_t f = 0; f < faceCount(); ++f) {
+        uint32_t const begin = holeOffsets[f], end = holeOffsets[f + 1];
+        bool finite = isFinite(f);
+        for (uint32_t h = begin; h < end && finite; ++h)
+            finite = isFinite(holes[h]);
+        if (finite)
+            newHoles.insert(newHoles.end(), holes.begin() + begin, holes.begin() + end);
+        else
+            ++changed;
+        newOffsets.push_back(static_cast<uint32_t>(newHoles.size()));
+    }
+    holes.swap(newHoles);
+    holeOffsets.swap(newOffsets);
+    return changed;
 }
 
 } // namespace koltx

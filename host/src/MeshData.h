@@ -47,6 +47,12 @@ struct MeshData {
     void mergeVertices(double tolerance);
     // Drops UV coordinates that no face uses and joins exact duplicates.
     void cleanupUVs();
+    // True if every coordinate of the face is finite.
+    bool isFinite(uint32_t face) const;
+    // Faces with holes where the face or a hole has a coordinate that is not finite lose their
+    // holes, which become faces of their own: no tesselator copes with such points. Returns the
+    // number of faces changed.
+    uint32_t unlinkNonFiniteHoles();
 };
 
 } // namespace koltx

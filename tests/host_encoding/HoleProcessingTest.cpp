@@ -8,7 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
+#include <limits>
 
 using namespace koltx;
 using Flags = EncodePreparator::PreparationFlags;
@@ -151,4 +153,37 @@ TEST(HoleProcessing, SeveralHolesInAConcaveFaceKeepTheirArea) {
     auto split = prepare(alone.createSharedAndReset(nullptr), Flags().triangulate(true));
     EXPECT_EQ(split->getFaceCount(), 4u);
     EXPECT_NEAR(MeshUtils::surfaceArea(*split), 75.0, 1e-9);
+}
+
+TEST(HoleProcessing, NonFiniteAndDegenerateInputNeitherCrashesNorHangs) {
+    double const nan = std::nan(""), inf = std::numeric_limits<double>::infinity();
+    MeshBuilder builder;
+    builder.setName(L"bad");
+    auto ring = [&](std::vector<std::array<double, 3>> const& points) {
+        uint32_t const face = builder.addFace();
+        for (auto const& p : points)
+            builder.addFaceVertexIndex(face, builder.addVertexCoords(p.data()));
+        return face;
+    };
+    uint32_t const outer = ring({{0, 0, 0}, {nan, 0, 0}, {10, 0, 10}, {0, 0, 10}});
+    uint32_t const hole = ring({{1, 0, 1}, {1, 0, 1}, {1, 0, 1}});
+    builder.addFaceHoleIndex(outer, hole);
+    ring({{inf, 0, 0}, {0, inf, 0}, {0, 0, -inf}, {1, 1, 1}});
+    ring({{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}}); // collinear
+    auto mesh = builder.createSharedAndReset(nullptr);
+
+    for (auto action : {HoleProcessor::PASS, HoleProcessor::TRIANGULATE, HoleProcessor::BRIDGE}) {
+        for (bool triangulate : {false, true}) {
+            auto out = prepare(mesh, Flags()
+                                         .processHoles(action)
+                                         .triangulate(triangulate)
+                                         .mergeVertices(true)
+                                         .mergeToleranceVertices(0.01f));
+            ASSERT_TRUE(out);
+            EXPECT_GE(out->getFaceCount(), 1u);
+            for (uint32_t f = 0; f < out->getFaceCount(); ++f)
+                for (uint32_t k = 0; k < out->getFaceVertexCount(f); ++k)
+                    EXPECT_LT(out->getFaceVertexIndices(f)[k], out->getVertexCount());
+        }
+    }
 }

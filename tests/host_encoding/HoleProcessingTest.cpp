@@ -170,6 +170,8 @@ TEST(HoleProcessing, NonFiniteAndDegenerateInputNeitherCrashesNorHangs) {
     builder.addFaceHoleIndex(outer, hole);
     ring({{inf, 0, 0}, {0, inf, 0}, {0, 0, -inf}, {1, 1, 1}});
     ring({{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}}); // collinear
+    uint32_t const huge = ring({{0, 0, 0}, {1e300, 0, 0}, {1e300, 0, 1e300}, {0, 0, 1e300}});
+    builder.addFaceHoleIndex(huge, ring({{1e299, 0, 1e299}, {2e299, 0, 1e299}, {2e299, 0, 2e299}}));
     auto mesh = builder.createSharedAndReset(nullptr);
 
     for (auto action : {HoleProcessor::PASS, HoleProcessor::TRIANGULATE, HoleProcessor::BRIDGE}) {

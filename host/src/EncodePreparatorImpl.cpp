@@ -1,7 +1,6 @@
 #include "EncodePreparatorImpl.h"
 
 #include "FaceTriangulator.h"
-#include "HoleBridger.h"
 #include "MeshData.h"
 #include "kolt/AttributeMap.h"
 #include "kolt/AttributeMapBuilder.h"
@@ -10,7 +9,6 @@
 #include "koltx/GeometryBuilder.h"
 #include "koltx/InitialShape.h"
 #include "koltx/LogFormatter.h"
-#include "koltx/MeshUtils.h"
 
 #include <stdexcept>
 #include <utility>
@@ -147,15 +145,8 @@ std::shared_ptr<Mesh> EncodePreparatorImpl::finish(MeshData& data,
     HoleProcessor::Action holes = flags.getProcessHoles();
     if (flags.getTriangulate() && holes == HoleProcessor::PASS)
         holes = HoleProcessor::TRIANGULATE; // triangles cannot keep holes
-    if (data.hasHoles() && holes != HoleProcessor::PASS) {
-        if (uint32_t const changed = data.unlinkNonFiniteHoles())
-            warnings += std::to_wstring(changed) + L" face(s) of mesh '" + data.name +
-                        L"' with coordinates that are not finite keep their holes as faces\n";
-        if (holes == HoleProcessor::BRIDGE)
-            HoleBridger::bridge(data);
-        else if (holes == HoleProcessor::TRIANGULATE)
-            data = MeshData::fromMesh(*MeshUtils::triangulateHoles(data.toMesh(), &warnings));
-    }
+    if (data.hasHoles() && holes != HoleProcessor::PASS)
+        data = MeshData::fromMesh(*HoleProcessor::process(data.toMesh(), holes, &warnings));
     if (flags.getTriangulate())
         FaceTriangulator::triangulate(data, &warnings);
     if (flags.getMergeVertices())

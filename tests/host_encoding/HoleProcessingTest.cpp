@@ -174,6 +174,11 @@ TEST(HoleProcessing, NonFiniteAndDegenerateInputNeitherCrashesNorHangs) {
     builder.addFaceHoleIndex(huge, ring({{1e299, 0, 1e299}, {2e299, 0, 1e299}, {2e299, 0, 2e299}}));
     auto mesh = builder.createSharedAndReset(nullptr);
 
+    std::wstring warnings;
+    auto direct = HoleProcessor::process(mesh, HoleProcessor::TRIANGULATE, &warnings);
+    EXPECT_FALSE(direct->isHoleFace(1)); // the hole of the face with a NaN stands alone
+    EXPECT_NE(warnings.find(L"not finite"), std::wstring::npos);
+
     for (auto action : {HoleProcessor::PASS, HoleProcessor::TRIANGULATE, HoleProcessor::BRIDGE}) {
         for (bool triangulate : {false, true}) {
             auto out = prepare(mesh, Flags()

@@ -23,7 +23,8 @@ public:
     };
 
     // The mesh after `action`; `mesh` itself when it has no holes or the action is PASS.
-    // Problems with single faces go to `warnings` (may be null) and keep those faces.
+    // Problems with single faces go to `warnings` (may be null) and keep those faces; a face
+    // whose points are not all finite keeps its holes as faces of their own.
     static std::shared_ptr<Mesh> process(std::shared_ptr<Mesh> const& mesh, Action action,
                                          std::wstring* warnings = nullptr);
 };

@@ -1,0 +1,416 @@
+// The encoding half of gmlcodec, in-process: option parsing, the name repair that keeps every
+// face, the precision choice, the OBJ reader and whole conversions with their failures.
+#include "CodecHost.h"
+#include "CommandLine.h"
+#include "CoordinateDecimals.h"
+#include "EncodeOptions.h"
+#include "GmlEncodeCommand.h"
+#include "MeshNameRepair.h"
+#include "ObjReader.h"
+#include "UsageError.h"
+
+#include <kolt/AttributeMapBuilder.h>
+#include <kolt/Cache.h>
+#include <kolt/EncoderInfo.h>
+#include <kolt/StringUtils.h>
+#include <koltx/Encoder.h>
+#include <koltx/ExtensionManager.h>
+#include <koltx/FileOutputCallbacks.h>
+#include <koltx/GenerateContext.h>
+#include <koltx/GeometryBuilder.h>
+#include <koltx/InitialShape.h>
+#include <koltx/KOLTUtils.h>
+#include <koltx/Material.h>
+#include <koltx/MemoryOutputCallbacks.h>
+#include <koltx/Mesh.h>
+#include <koltx/MeshBuilder.h>
+#include <koltx/Texture.h>
+
+#include <TestData.h>
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <sstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+CodecHost const& host() {
+    static CodecHost const instance(KOLT_CODEC_DIR);
+    return instance;
+}
+
+std::string readFile(fs::path const& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+void writeFile(fs::path const& path, std::string const& text) {
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+std::size_t count(std::string const& text, std::string const& what) {
+    std::size_t n = 0;
+    for (auto pos = text.find(what); pos != std::string::npos; pos = text.find(what, pos + 1))
+        ++n;
+    return n;
+}
+
+std::vector<std::string> filesIn(fs::path const& folder) {
+    std::vector<std::string> names;
+    for (auto const& entry : fs::directory_iterator(folder))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+class ToolEncode : public ::testing::Test {
+protected:
+    void SetUp() override {
+        dir = fs::temp_directory_path() /
+              ("encoder_tool_" + std::to_string(::getpid()) + "_" +
+               ::testing::UnitTest::GetInstance()->current_test_info()->name());
+        fs::remove_all(dir);
+        fs::create_directories(dir / "in");
+        fs::create_directories(dir / "out");
+    }
+    void TearDown() override { fs::remove_all(dir); }
+
+    int convert(std::string const& input, std::string const& output,
+                EncodeOptions const& options = {}) {
+        std::ostringstream outText, errText;
+        int const code = GmlEncodeCommand::run(host(), input, output, options, outText, errText);
+        out = outText.str();
+        err = errText.str();
+        return code;
+    }
+
+    // A 2x2 RGB image through the host's own PNG encoder.
+    void writePng(fs::path const& path) {
+        auto texture = std::make_shared<koltx::Texture>(
+            koltx::URI::create(L"file:///x.png"), 2, 2, koltx::Texture::FORMAT_RGB8,
+            std::vector<uint8_t>{255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255});
+        koltx::KOLTUtils::AttributeMapBuilderPtr b(kolt::AttributeMapBuilder::create());
+        b->setString(L"textureName", kolt::StringUtils::toUTF16(path.filename().string()).c_str());
+        koltx::KOLTUtils::AttributeMapPtr const options(b->createAttributeMap());
+        koltx::FileOutputCallbacks files(path.parent_path().string());
+        auto encoder = koltx::ExtensionManager::instance()->createEncoder(
+            L"com.morvane.kolt.codecs.PNGEncoder", options.get(), &files);
+        encoder->encode({texture});
+    }
+
+    fs::path dir;
+    std::string out, err;
+};
+
+std::shared_ptr<koltx::Mesh> square(std::wstring const& name) {
+    koltx::MeshBuilder builder;
+    builder.setName(name);
+    std::uint32_t const face = builder.addFace();
+    double const corners[4][3] = {{0, 0, 0}, {1, 0, 0}, {1, 0, 1}, {0, 0, 1}};
+    for (auto const& c : corners)
+        builder.addFaceVertexIndex(face, builder.addVertexCoords(c));
+    return builder.createSharedAndReset(nullptr);
+}
+
+// Polygons in the document that the codec writes for meshes of these names, one face each.
+std::size_t polygonsWritten(std::vector<std::wstring> const& names) {
+    koltx::GeometryBuilder geometry;
+    for (auto const& name : names)
+        geometry.addMesh(square(name));
+    auto const shape = std::make_shared<koltx::InitialShape>(
+        L"s", nullptr,
+        std::vector<std::shared_ptr<koltx::Shape>>{
+            std::make_shared<koltx::Shape>(geometry.createSharedAndReset(nullptr))});
+    koltx::MemoryOutputCallbacks outputs;
+    auto const info = koltx::KOLTUtils::adopt(
+        host().manager().createEncoderInfo(L"com.morvane.kolt.codecs.CityGMLEncoder"));
+    kolt::AttributeMap const* options = nullptr;
+    info->createValidatedOptions(nullptr, &options, nullptr);
+    koltx::KOLTUtils::AttributeMapPtr const owned(options);
+    auto encoder = host().manager().createEncoder(L"com.morvane.kolt.codecs.CityGMLEncoder",
+                                                  options, &outputs);
+    koltx::GenerateContext context({shape}, nullptr, &outputs);
+    encoder->init(context);
+    encoder->encode(context, 0);
+    encoder->finish(context);
+    return count(outputs.getText(L"gml_default_name.gml"), "<gml:Polygon ");
+}
+
+} // namespace
+
+TEST(EncodeOptionsParsing, MapsOptionsOntoTheEncodersKeys) {
+    CommandLine const line = CommandLine::parse(
+        {"convert", "a.obj", "b.gml", "--lod", "2", "--base-name=city", "--srs-name", "EPSG:25832",
+         "--vertex-precision=0.0001", "--no-merge-vertices", "--error-fallback"});
+    EXPECT_EQ(2u, line.files.size());
+    EXPECT_EQ(2, line.encode.lod.value_or(-1));
+    EXPECT_EQ("city", line.encode.baseName.value_or(""));
+    EXPECT_EQ("EPSG:25832", line.encode.srsName.value_or(""));
+    EXPECT_EQ(0.0001, line.encode.vertexPrecision.value_or(0));
+    EXPECT_FALSE(line.encode.mergeVertices.value_or(true));
+    EXPECT_TRUE(line.encode.errorFallback.value_or(false));
+
+    koltx::KOLTUtils::AttributeMapBuilderPtr builder(kolt::AttributeMapBuilder::create());
+    line.encode.apply(*builder);
+    koltx::KOLTUtils::AttributeMapPtr const map(builder->createAttributeMap());
+    EXPECT_EQ(6u, map->getKeyCount());
+    EXPECT_EQ(2, map->getInt(L"LOD"));
+    EXPECT_STREQ(L"city", map->getString(L"baseName"));
+    EXPECT_FALSE(map->getBool(L"mergeVertices"));
+
+    EXPECT_TRUE(CommandLine::parse({"convert", "a.gml", "b.gml"}).encode.empty());
+    for (auto const& bad :
+         std::vector<std::vector<std::string>>{{"convert", "a", "b", "--lod"},
+                                               {"convert", "a", "b", "--lod", "two"},
+                                               {"convert", "a", "b", "--lod=-1"},
+                                               {"convert", "a", "b", "--vertex-precision", "0"},
+                                               {"convert", "a", "b", "--vertex-precision", "2"},
+                                               {"convert", "a", "b", "--vertex-precision", "nan"},
+                                               {"convert", "a", "b", "--base-name="},
+                                               {"convert", "a", "b", "--merge-vertices=yes"},
+                                               {"convert", "a", "b", "--frobnicate"}})
+        EXPECT_THROW(CommandLine::parse(bad), UsageError) << bad.back();
+    EXPECT_NE(std::string::npos, CommandLine::usage().find("--vertex-precision"));
+}
+
+TEST(CoordinateDecimalsTest, CountsTheDecimalsACoordinateNeeds) {
+    EXPECT_EQ(0, CoordinateDecimals::needed(458877.0));
+    EXPECT_EQ(2, CoordinateDecimals::needed(458877.12));
+    EXPECT_EQ(3, CoordinateDecimals::needed(-5438350.125));
+    EXPECT_EQ(9, CoordinateDecimals::needed(35.541234567));
+    EXPECT_EQ(10, CoordinateDecimals::needed(33.55746194904373));
+    EXPECT_EQ(6, CoordinateDecimals::needed(33.55746194904373, 6));
+    EXPECT_EQ(0, CoordinateDecimals::needed(std::nan("")));
+    EXPECT_EQ(1, CoordinateDecimals::needed(0.1));
+
+    koltx::MeshBuilder builder;
+    double const a[3] = {1.5, 2.25, 3.125};
+    double const b[3] = {10, 20, 30.0001};
+    builder.addVertexCoords(a);
+    builder.addVertexCoords(b);
+    std::uint32_t const face = builder.addFace();
+    for (std::uint32_t v : {0u, 1u, 0u})
+        builder.addFaceVertexIndex(face, v);
+    EXPECT_EQ(4, CoordinateDecimals::needed({builder.createSharedAndReset(nullptr)}));
+}
+
+TEST(MeshNameRepairTest, KeepsEveryFaceOfPathsThatWouldMeet) {
+    std::wstring const building = L"bldg:Building[b1]\\";
+    std::wstring const wall = building + L"bldg:boundedBy[]\\bldg:WallSurface[]\\bldg:"
+                                         L"lod2MultiSurface[]\\gml:MultiSurface[]\\";
+    std::wstring const ground = building + L"bldg:boundedBy[]\\bldg:GroundSurface[]\\bldg:"
+                                           L"lod2MultiSurface[]\\gml:MultiSurface[]\\";
+    std::wstring const solid =
+        building + L"bldg:lod2Solid[]\\gml:Solid[]\\gml:CompositeSurface[]\\";
+    std::wstring const solidInner = building + L"bldg:lod2Solid[]\\gml:Solid[]\\gml:"
+                                               L"CompositeSurface[]\\gml:CompositeSurface[f]\\";
+    std::vector<std::wstring> const given = {ground,
+                                             wall,
+                                             wall,
+                                             solid,
+                                             solidInner,
+                                             L"gen:GenericCityObject[]\\gen:lod1Geometry[]\\gml:"
+                                             L"MultiSurface[]\\",
+                                             L"gen:GenericCityObject[]\\gen:lod1Geometry[]\\gml:"
+                                             L"MultiSurface[]\\",
+                                             L"gen:GenericCityObject[g]\\gen:lod2Geometry[]\\gml:"
+                                             L"CompositeSolid[cs]\\gml:Solid[]\\",
+                                             L"gen:GenericCityObject[g]\\gen:lod2Geometry[]\\gml:"
+                                             L"CompositeSolid[cs]\\gml:Solid[]\\",
+                                             L"plain name",
+                                             L"gml:lod2MultiSurface\\gml:multisurface"};
+    // Without the repair the encoder drops most of these.
+    EXPECT_LT(polygonsWritten(given), given.size() - 1);
+
+    std::vector<std::wstring> names = given;
+    EXPECT_EQ(7u, MeshNameRepair::repair(names));
+    EXPECT_EQ(given[0], names[0]);
+    // The second surface needs a property element of its own, and so does the third.
+    EXPECT_EQ(building + L"bldg:boundedBy[gmlcodec_1]\\bldg:WallSurface[]\\bldg:"
+                         L"lod2MultiSurface[]\\gml:MultiSurface[]\\",
+              names[1]);
+    EXPECT_NE(names[1], names[2]);
+    // A property of another tag that met the first one gets an id, which the second mesh of
+    // that property shares.
+    EXPECT_EQ(building + L"bldg:lod2Solid[gmlcodec_3]\\gml:Solid[]\\gml:CompositeSurface[]\\",
+              names[3]);
+    EXPECT_EQ(building + L"bldg:lod2Solid[gmlcodec_3]\\gml:Solid[]\\gml:CompositeSurface[]\\gml:"
+                         L"CompositeSurface[f]\\",
+              names[4]);
+    // Features without id that repeat: the second is a feature of its own.
+    EXPECT_EQ(L"gen:GenericCityObject[gmlcodec_4]\\gen:lod1Geometry[]\\gml:MultiSurface[]\\",
+              names[6]);
+    // A repeated member of an aggregate becomes a member of its own.
+    EXPECT_EQ(L"gen:GenericCityObject[g]\\gen:lod2Geometry[]\\gml:CompositeSolid[cs]\\gml:"
+              L"Solid[gmlcodec_5]\\",
+              names[8]);
+    EXPECT_EQ(L"plain name", names[9]);
+    // A geometry step without its closing backslash is closed; its first step met a top-level
+    // node of another tag.
+    EXPECT_EQ(L"gml:lod2MultiSurface[gmlcodec_6]\\gml:multisurface[]\\", names[10]);
+
+    EXPECT_EQ(given.size(), polygonsWritten(names));
+    // A second repair finds nothing more to do.
+    EXPECT_EQ(0u, MeshNameRepair::repair(names));
+
+    auto const copy = MeshNameRepair::renamed(*square(L"a"), L"b");
+    EXPECT_EQ(L"b", copy->getName());
+    EXPECT_EQ(4u, copy->getVertexCount());
+    EXPECT_EQ(1u, copy->getFaceCount());
+}
+
+TEST_F(ToolEncode, ObjWithMaterialsAndTextureBecomesCityGML) {
+    writePng(dir / "in" / "brick.png");
+    writeFile(dir / "in" / "house.mtl", "newmtl red\nKd 1 0 0\nNs 64\nd 0.5\n"
+                                        "newmtl brick\nKd 1 1 1\nmap_Kd brick.png\n");
+    writeFile(dir / "in" / "house.obj",
+              "mtllib house.mtl\n"
+              "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\nv 0 0 1\n"
+              "vt 0 0\nvt 1 0\nvt 1 1\nvt 0 1\n"
+              "o bldg:Building[b1]\\bldg:lod2MultiSurface[]\\gml:MultiSurface[walls]\\\n"
+              "usemtl brick\nf 1/1 2/2 3/3 4/4\nusemtl red\nf 1 2 5\n"
+              "g loose\nf 2 3 5\n");
+    ASSERT_EQ(0, convert((dir / "in" / "house.obj").string(), (dir / "out" / "city.gml").string()))
+        << err;
+    EXPECT_EQ((std::vector<std::string>{"brick.png", "city.gml"}), filesIn(dir / "out"));
+    std::string const text = readFile(dir / "out" / "city.gml");
+    // The object named by a path finds its building; the group without one a default place.
+    EXPECT_NE(std::string::npos, text.find("<bldg:Building>"));
+    EXPECT_NE(std::string::npos, text.find("<gml:MultiSurface gml:id=\"walls\">"));
+    EXPECT_NE(std::string::npos, text.find("<con:OtherConstruction>"));
+    EXPECT_EQ(3u, count(text, "<gml:Polygon "));
+    EXPECT_NE(std::string::npos, text.find("<app:imageURI>brick.png</app:imageURI>"));
+    EXPECT_NE(std::string::npos, text.find("<app:diffuseColor>1 0 0</app:diffuseColor>"));
+    EXPECT_NE(std::string::npos, text.find("<app:transparency>0.500000</app:transparency>"));
+    EXPECT_NE(std::string::npos, out.find("2 meshes, 3 faces, 1 texture images"));
+}
+
+TEST_F(ToolEncode, ObjReaderGivesOneMeshPerObjectOrGroup) {
+    writeFile(dir / "in" / "two.obj", "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\n"
+                                      "o first\nf 1 2 3 4\nf 1 2 3\ng second\nf 4 3 2\n"
+                                      "l 1 2\n");
+    std::wstring warnings;
+    auto const cache = koltx::KOLTUtils::share(kolt::Cache::create());
+    auto const meshes = ObjReader::read((dir / "in" / "two.obj").string(), cache.get(), warnings);
+    ASSERT_EQ(2u, meshes.size());
+    EXPECT_EQ(L"first", meshes[0]->getName());
+    EXPECT_EQ(2u, meshes[0]->getFaceCount());
+    EXPECT_EQ(4u, meshes[0]->getFaceVertexCount(0));
+    EXPECT_EQ(4u, meshes[0]->getVertexCount());
+    EXPECT_EQ(L"second", meshes[1]->getName());
+    EXPECT_EQ(3u, meshes[1]->getVertexCount());
+    EXPECT_EQ(1u, meshes[1]->getMaterials().size());
+
+    writeFile(dir / "in" / "bad.obj", "v 0 0 0\nf 1 2 3\n");
+    EXPECT_THROW(ObjReader::read((dir / "in" / "bad.obj").string(), cache.get(), warnings),
+                 std::runtime_error);
+    EXPECT_THROW(ObjReader::read((dir / "in" / "none.obj").string(), cache.get(), warnings),
+                 std::runtime_error);
+}
+
+TEST_F(ToolEncode, GeographicCityGMLKeepsItsCoordinatesAndReference) {
+    REQUIRE_TESTDATA();
+    fs::path const input =
+        testsupport::testDataDir() / "plateau_japan" / "50302469_bldg_6697_op.gml";
+    ASSERT_EQ(0, convert(input.string(), (dir / "out" / "plateau.gml").string())) << err;
+    EXPECT_NE(std::string::npos, err.find("note: vertex precision 1e-10 keeps the input's"));
+    std::string const text = readFile(dir / "out" / "plateau.gml");
+    EXPECT_NE(std::string::npos,
+              text.find("srsName=\"http://www.opengis.net/def/crs/EPSG/0/6697\""));
+    // Coordinates of the input stand in the output to the tenth decimal.
+    std::regex const coordinate("33\\.557461949[0-9] ");
+    EXPECT_TRUE(std::regex_search(text, coordinate));
+    // The first feature's attributes come back as attributes.
+    EXPECT_NE(std::string::npos, text.find("name=\"measuredHeight\""));
+
+    // A precision the user gives is taken as it is, and so is a reference system.
+    EncodeOptions options;
+    options.vertexPrecision = 0.001;
+    options.srsName = "EPSG:4326";
+    ASSERT_EQ(0, convert(input.string(), (dir / "out" / "coarse.gml").string(), options));
+    std::string const coarse = readFile(dir / "out" / "coarse.gml");
+    EXPECT_NE(std::string::npos, coarse.find("srsName=\"EPSG:4326\""));
+    EXPECT_FALSE(std::regex_search(coarse, coordinate));
+    EXPECT_EQ(std::string::npos, err.find("note: vertex precision"));
+}
+
+TEST_F(ToolEncode, BaseNameAndLevelOfDetail) {
+    REQUIRE_TESTDATA();
+    fs::path const input =
+        testsupport::testDataDir() / "citygml2_lod2_buildings" / "Building_LOD2-EPSG25832.gml";
+    EncodeOptions options;
+    options.baseName = "my city";
+    options.lod = 1;
+    ASSERT_EQ(0, convert(input.string(), (dir / "out" / "ignored.gml").string(), options)) << err;
+    // The encoder makes the name a file name; the document stands in OUT's folder.
+    EXPECT_EQ((std::vector<std::string>{"my_city.gml"}), filesIn(dir / "out"));
+    std::string const text = readFile(dir / "out" / "my_city.gml");
+    EXPECT_EQ(std::string::npos, text.find("lod2"));
+    EXPECT_NE(std::string::npos, text.find("dem:ReliefFeature"));
+}
+
+TEST_F(ToolEncode, FailuresLeaveNothingBehind) {
+    REQUIRE_TESTDATA();
+    // Unreadable input.
+    EXPECT_EQ(1, convert((dir / "in" / "missing.gml").string(), (dir / "out" / "a.gml").string()));
+    EXPECT_NE(std::string::npos, err.find("gmlcodec: cannot read"));
+    EXPECT_EQ(1, convert((testsupport::testDataDir() / "awkward_inputs" /
+                          "NOT_WELLFORMED_plateau_Issue138-B.gml")
+                             .string(),
+                         (dir / "out" / "a.gml").string()));
+    EXPECT_NE(std::string::npos, err.find("line 202"));
+    // No output folder.
+    writeFile(dir / "in" / "t.obj", "v 0 0 0\nv 1 0 0\nv 1 1 0\nf 1 2 3\n");
+    EXPECT_EQ(1, convert((dir / "in" / "t.obj").string(), (dir / "nowhere" / "a.gml").string()));
+    EXPECT_NE(std::string::npos, err.find("does not exist"));
+    // An output folder that cannot be written (root may write anywhere).
+    if (::geteuid() != 0) {
+        fs::create_directories(dir / "locked");
+        fs::permissions(dir / "locked", fs::perms::owner_read | fs::perms::owner_exec);
+        EXPECT_EQ(1, convert((dir / "in" / "t.obj").string(), (dir / "locked" / "a.gml").string()));
+        EXPECT_NE(std::string::npos, err.find("cannot be written"));
+        fs::permissions(dir / "locked", fs::perms::owner_all);
+    }
+    // The document cannot be put in place after its texture was written: the texture goes too.
+    writePng(dir / "in" / "t.png");
+    writeFile(dir / "in" / "t.mtl", "newmtl t\nmap_Kd t.png\n");
+    writeFile(dir / "in" / "tex.obj",
+              "mtllib t.mtl\nv 0 0 0\nv 1 0 0\nv 1 1 0\nvt 0 0\nvt 1 0\nvt 1 1\n"
+              "usemtl t\nf 1/1 2/2 3/3\n");
+    fs::create_directories(dir / "out" / "blocked.gml" / "inside");
+    EncodeOptions options;
+    options.baseName = "blocked";
+    EXPECT_EQ(
+        1, convert((dir / "in" / "tex.obj").string(), (dir / "out" / "x.gml").string(), options));
+    EXPECT_EQ((std::vector<std::string>{"blocked.gml"}), filesIn(dir / "out"));
+    EXPECT_TRUE(fs::is_directory(dir / "out" / "blocked.gml"));
+}
+
+#ifdef GMLCODEC_EXE
+TEST_F(ToolEncode, ExitCodesOfTheTool) {
+    writeFile(dir / "in" / "t.obj", "v 0 0 0\nv 1 0 0\nv 1 1 0\nf 1 2 3\n");
+    auto status = [&](std::string const& arguments) {
+        std::string const command =
+            std::string(GMLCODEC_EXE) + " " + arguments + " > /dev/null 2>&1";
+        int const raw = std::system(command.c_str());
+        return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+    };
+    std::string const obj = (dir / "in" / "t.obj").string();
+    EXPECT_EQ(0, status("convert " + obj + " " + (dir / "out" / "t.gml").string()));
+    EXPECT_TRUE(fs::is_regular_file(dir / "out" / "t.gml"));
+    EXPECT_EQ(2, status("convert " + obj + " " + (dir / "out" / "u.gml").string() + " --bogus"));
+    EXPECT_EQ(2, status("convert " + obj + " " + (dir / "out" / "u.gml").string() + " --lod x"));
+    EXPECT_EQ(1, status("convert " + (dir / "in" / "none.obj").string() + " " +
+                        (dir / "out" / "u.gml").string()));
+    EXPECT_FALSE(fs::exists(dir / "out" / "u.gml"));
+}
+#endif

@@ -167,8 +167,8 @@ GmlEncodeCommand::Result GmlEncodeCommand::convert(koltx::ExtensionManager& mana
     Input input = readInput(manager, inputPath, cache.get(), warnings);
 
     Result result;
-    if (input.fromCityGML)
-        result.renamedMeshes = repairNames(input.meshes);
+    // OBJ objects named by mesh paths (as gmlcodec writes them) meet the same way.
+    result.renamedMeshes = repairNames(input.meshes);
     result.meshes = input.meshes.size();
     for (auto const& mesh : input.meshes)
         result.faces += mesh->getFaceCount();

@@ -10,4 +10,8 @@ mkdir -p "$out"
 "$tool" selfcheck
 "$tool" convert "$root/examples/small_house.gml" "$out/small_house.obj"
 "$tool" info "$root/examples/small_house.gml"
-echo "OBJ, MTL, texture and attributes are in $out"
+# And back: CityGML to CityGML, and the OBJ just written to CityGML.
+mkdir -p "$out/gml" "$out/from_obj"
+"$tool" convert "$root/examples/small_house.gml" "$out/gml/small_house.gml"
+"$tool" convert "$out/small_house.obj" "$out/from_obj/small_house.gml"
+echo "OBJ, MTL, texture and attributes are in $out; CityGML written again in $out/gml and $out/from_obj"

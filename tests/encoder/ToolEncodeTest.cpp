@@ -414,3 +414,14 @@ TEST_F(ToolEncode, ExitCodesOfTheTool) {
     EXPECT_FALSE(fs::exists(dir / "out" / "u.gml"));
 }
 #endif
+
+TEST(CodecRegistration, TheEncoderFollowsTheDecoderInTheHostsManager) {
+    auto const& factories = host().codecFactories();
+    ASSERT_EQ(2u, factories.size());
+    EXPECT_EQ(L"com.morvane.kolt.codecs.CityGMLDecoder", factories[0]->getID());
+    EXPECT_EQ(L"com.morvane.kolt.codecs.CityGMLEncoder", factories[1]->getID());
+    auto* encoders = host().manager().getEncoderFactory(L"com.morvane.kolt.codecs.CityGMLEncoder");
+    ASSERT_NE(nullptr, encoders);
+    EXPECT_EQ(L"CityGML", encoders->getName());
+    EXPECT_EQ(6516u, std::string(encoders->getEncoderInfo()->getIcon()).size());
+}

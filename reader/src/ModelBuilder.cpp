@@ -293,12 +293,20 @@ void ModelBuilder::startElement(char const* localName, char const* prefix, char 
 
     Sym parentSym = m_frames.empty() ? Sym::None : m_frames.back().sym;
     std::size_t depth = m_frames.size();
+    // A feature of an application domain extension stands where city objects stand; its
+    // namespace is unknown, but it is a city object all the same.
+    bool adeFeature = info.sym == Sym::None && info.ns.module == Module::Other && uri &&
+                      localName[0] >= 'A' && localName[0] <= 'Z' && !m_frames.empty() &&
+                      m_frames.back().info->ns.module == Module::Core &&
+                      m_frames.back().info->localName == "cityObjectMember";
+    if (adeFeature)
+        frame.sym = Sym::CityObject;
     m_frames.push_back(frame);
     Frame& f = m_frames.back();
 
     auto idOrNew = [&] { return docId.empty() ? newId() : std::string(docId); };
 
-    switch (info.sym) {
+    switch (f.sym) {
     case Sym::CityModel:
         if (!docId.empty())
             m_model->m_id = std::string(docId);
@@ -674,7 +682,14 @@ void ModelBuilder::endElement() {
 }
 
 void ModelBuilder::startCityObject(ElementInfo const& info, std::string id) {
-    auto object = std::make_unique<CityObject>(std::move(id), info.objectType, info.internedTag);
+    std::string const* tag = info.internedTag;
+    auto type = info.objectType;
+    if (!tag) {
+        m_model->m_extraTags.push_back(info.tag);
+        tag = &m_model->m_extraTags.back();
+        type = CityObject::CityObjectsType::COT_Other;
+    }
+    auto object = std::make_unique<CityObject>(std::move(id), type, tag);
     CityObject* raw = object.get();
     std::size_t depth = m_frames.size() - 1;
     Frame const& f = m_frames.back();

@@ -3,6 +3,7 @@
 #include <citygml/CityObject.h>
 #include <citygml/FeatureObject.h>
 
+#include <deque>
 #include <memory>
 #include <string>
 #include <vector>
@@ -31,6 +32,8 @@ private:
     std::vector<std::string> m_themes;
     std::string m_coreNamespace;
     int m_version = 0;
+    // Tags of application-domain features, which the shared tag table does not hold.
+    std::deque<std::string> m_extraTags;
 };
 
 } // namespace citygml

@@ -1,0 +1,1 @@
+﻿<?xml version="1.0" encoding="UTF-8"?><core:CityModel xmlns:core="http://www.opengis.net/citygml/2.0" xmlns:gml="http://www.opengis.net/gml"><gml:name>ä</gml:name></core:CityModel>

@@ -1,0 +1,3 @@
+<?xml version="1.0"?>
+<CityModel xmlns="http://www.opengis.net/citygml/1.0" xmlns:bldg="http://www.opengis.net/citygml/building/1.0" xmlns:gml="http://www.opengis.net/gml">
+<cityObjectMember><bldg:Building><bldg:lod1Solid><gml:Solid><gml:exterior><gml:CompositeSurface><gml:surfaceMember><gml:Polygon><gml:exterior><gml:LinearRing><gml:coordinates>0,0,0 1,0,0 1,1,0</gml:coordinates></gml:LinearRing></gml:exterior><gml:interior><gml:LinearRing><gml:pos>0.1 0.1 0</gml:pos><gml:pos>0.2 0.1 0</gml:pos><gml:pos>0.2 0.2 0</gml:pos><gml:pos>0.1 0.1 0</gml:pos></gml:LinearRing></gml:interior></gml:Polygon></gml:surfaceMember></gml:CompositeSurface></gml:exterior></gml:Solid></bldg:lod1Solid></bldg:Building></cityObjectMember></CityModel>

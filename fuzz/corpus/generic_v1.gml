@@ -1,0 +1,6 @@
+<?xml version="1.0"?>
+<core:CityModel xmlns:core="http://www.opengis.net/citygml/1.0" xmlns:gen="http://www.opengis.net/citygml/generics/1.0" xmlns:gml="http://www.opengis.net/gml">
+<core:cityObjectMember><gen:GenericCityObject gml:id="g"><gen:stringAttribute name="s"><gen:value>x</gen:value></gen:stringAttribute><gen:intAttribute name="i"><gen:value>7</gen:value></gen:intAttribute><gen:dateAttribute name="d"><gen:value>2020-01-02</gen:value></gen:dateAttribute><gen:uriAttribute name="u"><gen:value>http://a</gen:value></gen:uriAttribute><gen:genericAttributeSet name="set"><gen:doubleAttribute name="inner"><gen:value>1.5</gen:value></gen:doubleAttribute></gen:genericAttributeSet>
+<gen:lod1Geometry><gml:Polygon gml:id="gp"><gml:exterior><gml:LinearRing><gml:posList srsDimension="2">0 0 1 0 1 1 0 0</gml:posList></gml:LinearRing></gml:exterior></gml:Polygon></gen:lod1Geometry>
+<gen:lod2ImplicitRepresentation><core:ImplicitGeometry><core:relativeGMLGeometry><gml:MultiSurface><gml:surfaceMember><gml:Polygon><gml:exterior><gml:LinearRing><gml:posList>0 0 0 1 0 0 1 1 0 0 0 0</gml:posList></gml:LinearRing></gml:exterior></gml:Polygon></gml:surfaceMember></gml:MultiSurface></core:relativeGMLGeometry></core:ImplicitGeometry></gen:lod2ImplicitRepresentation>
+</gen:GenericCityObject></core:cityObjectMember></core:CityModel>

@@ -52,6 +52,7 @@ private:
     static void onError(GLenum, void* self) { static_cast<HoleTesselator*>(self)->failed = true; }
 
     void addRing(uint32_t face);
+    bool ringIsFinite(uint32_t face) const;
     bool prepare();
 
     Mesh const& mesh;
@@ -65,6 +66,17 @@ private:
     bool failed = false;
     GLUtesselator* tess = nullptr; // made once per mesh: creating one costs more than a face
 };
+
+bool HoleTesselator::ringIsFinite(uint32_t face) const {
+    uint32_t const count = mesh.getFaceVertexCount(face);
+    uint32_t const* vertices = mesh.getFaceVertexIndices(face);
+    auto const& coords = mesh.getVertexCoords();
+    for (uint32_t i = 0; i < count; ++i)
+        for (int a = 0; a < 3; ++a)
+            if (!std::isfinite(coords[size_t(vertices[i]) * 3 + a]))
+                return false;
+    return true;
+}
 
 void HoleTesselator::addRing(uint32_t face) {
     uint32_t const count = mesh.getFaceVertexCount(face);
@@ -118,16 +130,22 @@ bool HoleTesselator::prepare() {
 }
 
 bool HoleTesselator::run(uint32_t face, uint32_t material) {
+    // GLU crashes on coordinates that are not finite, so such faces never reach it.
+    uint32_t const holeCount = mesh.getFaceHoleCount(face);
+    uint32_t const* holes = mesh.getFaceHoleIndices(face);
+    if (!ringIsFinite(face))
+        return false;
+    for (uint32_t h = 0; h < holeCount; ++h)
+        if (!ringIsFinite(holes[h]))
+            return false;
     MeshUtils::faceNormal(mesh, face, normal);
     double const ax = std::fabs(normal[0]), ay = std::fabs(normal[1]), az = std::fabs(normal[2]);
-    if (ax == 0.0 && ay == 0.0 && az == 0.0)
+    if (!std::isfinite(ax + ay + az) || (ax == 0.0 && ay == 0.0 && az == 0.0))
         return false;
     // Project onto the plane where the polygon shows the largest area.
     dropAxis = ax >= ay && ax >= az ? 0 : (ay >= az ? 1 : 2);
 
     // A UV set is carried only if the face and every hole have UVs in it.
-    uint32_t const holeCount = mesh.getFaceHoleCount(face);
-    uint32_t const* holes = mesh.getFaceHoleIndices(face);
     carried.assign(uvSetCount, true);
     for (uint32_t set = 0; set < uvSetCount; ++set) {
         bool complete = mesh.getFaceUVCount(face, set) > 0;

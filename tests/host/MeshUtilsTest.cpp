@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -149,4 +150,26 @@ TEST(MeshUtils, FlatFaceKeepsItsOutlineWithAWarning) {
     EXPECT_FALSE(result->hasHoles());
     EXPECT_EQ(warnings,
               L"Face 0 of mesh 'flat' could not be triangulated; its holes were dropped.\n");
+}
+
+TEST(MeshUtils, FaceWithCoordinatesThatAreNotFiniteIsKeptWithAWarning) {
+    double const bad[] = {std::numeric_limits<double>::quiet_NaN(),
+                          std::numeric_limits<double>::infinity()};
+    for (double value : bad) {
+        MeshBuilder builder;
+        builder.setName(L"odd");
+        uint32_t const outer = addRing(builder, {{0, 0}, {10, 0}, {10, 10}, {0, 10}}, false);
+        uint32_t const hole = builder.addFace();
+        double const corners[3][3] = {{2, 2, value}, {4, 2, 6}, {4, 4, 6}};
+        for (auto const& xyz : corners)
+            builder.addFaceVertexIndex(hole, builder.addVertexCoords(xyz));
+        builder.addFaceHoleIndex(outer, hole);
+        std::wstring warnings;
+        auto const result =
+            MeshUtils::triangulateHoles(builder.createSharedAndReset(nullptr), &warnings);
+        EXPECT_EQ(result->getFaceCount(), 1u);
+        EXPECT_EQ(result->getFaceVertexCount(0), 4u);
+        EXPECT_EQ(warnings,
+                  L"Face 0 of mesh 'odd' could not be triangulated; its holes were dropped.\n");
+    }
 }

@@ -3,8 +3,8 @@
 #include "CodecHost.h"
 #include "CommandLine.h"
 #include "FileDecoder.h"
-#include "GmlEncodeCommand.h"
 #include "GeometrySummary.h"
+#include "GmlEncodeCommand.h"
 #include "ObjWriter.h"
 #include "UsageError.h"
 

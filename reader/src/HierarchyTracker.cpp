@@ -8,8 +8,8 @@ std::string HierarchyTracker::getNodeStackPath(std::string const& id,
         return m_path;
     if (!m_index)
         return {};
-    auto it = m_index->trackers.find(id);
-    return it == m_index->trackers.end() ? std::string() : it->second->m_path;
+    HierarchyTracker const* other = m_index->find(id);
+    return other ? other->m_path : std::string();
 }
 
 } // namespace citygml

@@ -152,7 +152,8 @@ bool parseScalar(std::string_view text, float& out) {
 ModelBuilder::ModelBuilder(ParserParams const& params, std::shared_ptr<TesselatorBase> tesselator,
                            std::shared_ptr<CityGMLLogger> logger)
     : m_params(params), m_tesselator(std::move(tesselator)), m_logger(std::move(logger)),
-      m_model(std::make_shared<CityModel>()), m_pathIndex(std::make_shared<PathIndex>()) {
+      m_model(std::make_shared<CityModel>()),
+      m_pathIndex(std::make_shared<PathIndex>(m_model.get())) {
     m_frames.reserve(64);
 }
 
@@ -160,15 +161,12 @@ ModelBuilder::~ModelBuilder() = default;
 
 ModelBuilder::ElementInfo const& ModelBuilder::lookup(char const* localName, char const* prefix,
                                                       char const* uri) {
+    // libxml2 interns names and namespace URIs in the parser's dictionary, which lives as long
+    // as this builder's parse: within it, equal addresses mean equal names.
     Key key{localName, prefix, uri};
     auto it = m_infos.find(key);
-    if (it != m_infos.end()) {
-        ElementInfo const& info = *it->second;
-        // Names are interned by the parser, but a recycled address must not pass for another.
-        if (info.localName == localName && info.prefix == (prefix ? prefix : "") &&
-            info.uri == (uri ? uri : ""))
-            return info;
-    }
+    if (it != m_infos.end())
+        return *it->second;
     auto info = std::make_unique<ElementInfo>();
     info->localName = localName;
     info->prefix = prefix ? prefix : "";
@@ -740,8 +738,6 @@ bool ModelBuilder::startGeometry(ElementInfo const& info, std::string id, std::s
         m_objects.back().object->m_geometries.push_back(std::move(geometry));
     else
         m_geometries.back().first->m_children.push_back(std::move(geometry));
-    if (!raw->hasGeneratedId())
-        m_geometriesById.emplace(raw->getId(), raw);
     m_geometries.emplace_back(raw, depth);
     return true;
 }

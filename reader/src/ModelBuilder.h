@@ -84,7 +84,7 @@ private:
                                  std::shared_ptr<MaterialTargetDefinition> const& material);
     void resolveSharedPolygons();
     void resolveAppearances();
-    void indexPaths();
+    void indexTargets();
 
     ParserParams m_params;
     std::shared_ptr<TesselatorBase> m_tesselator;
@@ -131,6 +131,7 @@ private:
     std::vector<SharedPolygonRef> m_sharedRefs;
     std::string m_documentSrsName;
     int m_polygonsDropped = 0;
+    std::size_t m_polygonCount = 0;
 };
 
 } // namespace citygml

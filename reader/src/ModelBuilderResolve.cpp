@@ -81,8 +81,7 @@ void ModelBuilder::endPolygon() {
             add(*r);
         polygon->m_indices = m_tesselator->triangulate(vertices, sizes);
     }
-    if (!polygon->hasGeneratedId())
-        m_polygonsById.emplace(polygon->getId(), polygon);
+    ++m_polygonCount;
     if (!m_geometries.empty())
         m_geometries.back().first->m_polygons.push_back(std::move(polygon));
 }
@@ -278,15 +277,24 @@ void ModelBuilder::resolveAppearances() {
     }
 }
 
-void ModelBuilder::indexPaths() {
-    auto& trackers = m_pathIndex->trackers;
-    auto addGeometry = [&](auto& self, Geometry const& g) -> void {
-        trackers.emplace(g.getId(), &g);
+void ModelBuilder::indexTargets() {
+    // Files without references skip the id maps altogether.
+    bool targets = false;
+    for (auto const& sd : m_surfaceData)
+        targets = targets || !sd.textureTargets.empty() || !sd.materialTargets.empty();
+    if (m_sharedRefs.empty() && !targets)
+        return;
+    m_polygonsById.reserve(m_polygonCount);
+    auto addGeometry = [&](auto& self, Geometry& g) -> void {
+        if (targets && !g.hasGeneratedId())
+            m_geometriesById.emplace(g.getId(), &g);
+        for (auto const& p : g.m_polygons)
+            if (p && !p->hasGeneratedId())
+                m_polygonsById.emplace(p->getId(), p);
         for (auto const& c : g.m_children)
             self(self, *c);
     };
-    auto addObject = [&](auto& self, CityObject const& o) -> void {
-        trackers.emplace(o.getId(), &o);
+    auto addObject = [&](auto& self, CityObject& o) -> void {
         for (auto const& c : o.m_children)
             self(self, *c);
         for (auto const& g : o.m_geometries)
@@ -297,11 +305,11 @@ void ModelBuilder::indexPaths() {
 }
 
 std::shared_ptr<CityModel> ModelBuilder::finish() {
+    indexTargets();
     resolveSharedPolygons();
     resolveAppearances();
     if (m_model->m_envelope.m_srsName.empty())
         m_model->m_envelope.m_srsName = m_documentSrsName;
-    indexPaths();
     m_polygonsById.clear();
     m_geometriesById.clear();
     return std::move(m_model);

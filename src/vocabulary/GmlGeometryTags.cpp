@@ -25,8 +25,18 @@ bool equalsIgnoringCase(std::wstring_view a, std::wstring_view b) {
     if (a.size() != b.size())
         return false;
     for (std::size_t i = 0; i < a.size(); ++i) {
-        if (std::towlower(static_cast<wint_t>(a[i])) != std::towlower(static_cast<wint_t>(b[i])))
+        wchar_t const x = a[i];
+        wchar_t const y = b[i];
+        if (x == y)
+            continue;
+        // Tags are ASCII nearly always; towlower is only asked about the rest.
+        if (x < 128 && y < 128) {
+            auto lower = [](wchar_t c) { return c >= L'A' && c <= L'Z' ? c + (L'a' - L'A') : c; };
+            if (lower(x) != lower(y))
+                return false;
+        } else if (std::towlower(static_cast<wint_t>(x)) != std::towlower(static_cast<wint_t>(y))) {
             return false;
+        }
     }
     return true;
 }

@@ -7,6 +7,7 @@
 #include <cwctype>
 #include <regex>
 #include <string_view>
+#include <unordered_map>
 
 namespace {
 
@@ -55,14 +56,11 @@ void replaceAll(std::wstring& work, std::wstring const& pattern, std::wstring_vi
 }
 
 // The LOD property's geometry name to its schema spelling: "bldg:lod2multisurface" gives
-// "bldg:lod2MultiSurface".
-std::wstring canonicalLodTag(std::wstring_view tag) {
+// "bldg:lod2MultiSurface". Tags without "lod" come back unchanged.
+std::wstring canonicalLodTag(std::wstring_view tag, std::size_t pos) {
     std::wstring work(tag);
-    std::size_t const pos = work.find(L"lod");
-    if (pos == std::wstring::npos)
-        return work;
     std::wstring suffix;
-    for (wchar_t c : work.substr(pos + 3)) {
+    for (wchar_t c : tag.substr(pos + 3)) {
         if (!(c >= L'0' && c <= L'9'))
             suffix.push_back(c);
     }
@@ -77,17 +75,31 @@ std::wstring canonicalLodTag(std::wstring_view tag) {
     return work;
 }
 
+// Both maps in one hash index for the look-up of every path component; a 3.0 row wins over a
+// 2.0 row with the same key.
+std::unordered_map<std::wstring_view, std::wstring const*> const& schemaSpellings() {
+    static std::unordered_map<std::wstring_view, std::wstring const*> const index = [] {
+        std::unordered_map<std::wstring_view, std::wstring const*> all;
+        for (auto const* map : {&CityGML3Tags, &CityGML2Tags}) {
+            for (auto const& [key, value] : *map)
+                all.emplace(key, &value);
+        }
+        return all;
+    }();
+    return index;
+}
+
 std::wstring lookUpTag(std::wstring_view tag) {
-    std::wstring const work = canonicalLodTag(tag);
-    if (work != tag)
-        return work;
-    std::wstring const key(tag);
-    auto hit = CityGML3Tags.find(key);
-    if (hit != CityGML3Tags.end())
-        return hit->second;
-    hit = CityGML2Tags.find(key);
-    if (hit != CityGML2Tags.end())
-        return hit->second;
+    std::size_t const lod = tag.find(L"lod");
+    if (lod != std::wstring_view::npos) {
+        std::wstring work = canonicalLodTag(tag, lod);
+        if (work != tag)
+            return work;
+    }
+    auto const& index = schemaSpellings();
+    auto const hit = index.find(tag);
+    if (hit != index.end())
+        return *hit->second;
     return std::wstring(canonicalGmlGeometryTag(tag));
 }
 
@@ -95,6 +107,7 @@ std::wstring lookUpTag(std::wstring_view tag) {
 
 std::wstring normalizeNodePath(std::wstring const& path) {
     std::wstring result;
+    result.reserve(path.size() + 16);
     for (PathIterator it(path); !it.atEnd(); ++it) {
         std::wstring tag = lookUpTag(it.tag);
         PathIterator next = it;

@@ -7,6 +7,7 @@
 #include <map>
 #include <set>
 #include <string_view>
+#include <unordered_map>
 
 namespace {
 
@@ -46,12 +47,16 @@ bool isGeometryTag(std::wstring const& tag) {
                                           L"gml:polyhedralsurface",   L"gml:surface",
                                           L"gml:multicurve",          L"gml:multipoint",
                                           L"gml:multigeometry"};
-    std::wstring lower;
-    for (wchar_t c : tag)
-        lower += static_cast<wchar_t>(std::towlower(static_cast<wint_t>(c)));
-    for (auto const* known : tags)
-        if (lower == known)
+    if (tag.size() < 8 || tag.compare(0, 4, L"gml:") != 0)
+        return false;
+    for (auto const* known : tags) {
+        std::size_t i = 0;
+        for (; i < tag.size() && known[i] != 0; ++i)
+            if (static_cast<wchar_t>(std::towlower(static_cast<wint_t>(tag[i]))) != known[i])
+                break;
+        if (i == tag.size() && known[i] == 0)
             return true;
+    }
     return false;
 }
 
@@ -60,15 +65,23 @@ struct Node {
     std::wstring id;
     std::wstring tag;
     std::vector<std::unique_ptr<Node>> children;
+    // The first child of each id: the one the encoder finds.
+    std::unordered_map<std::wstring, Node*> byId;
     // Ids given to steps without one that met a sibling of another tag, by tag, so that the
     // later steps of that element find it again.
     std::map<std::wstring, std::wstring> aliases;
 
     Node* find(std::wstring const& childId) const {
-        for (auto const& child : children)
-            if (child->id == childId)
-                return child.get();
-        return nullptr;
+        auto const found = byId.find(childId);
+        return found == byId.end() ? nullptr : found->second;
+    }
+    Node* add(std::wstring const& childId, std::wstring const& childTag) {
+        children.push_back(std::make_unique<Node>());
+        Node* child = children.back().get();
+        child->id = childId;
+        child->tag = childTag;
+        byId.emplace(childId, child);
+        return child;
     }
 };
 
@@ -174,10 +187,8 @@ void insert(Node& root, std::vector<Step> const& steps) {
     Node* node = &root;
     for (auto const& step : steps) {
         Node* child = node->find(step.id);
-        if (child == nullptr) {
-            node->children.push_back(std::make_unique<Node>(Node{step.id, step.tag, {}, {}}));
-            child = node->children.back().get();
-        }
+        if (child == nullptr)
+            child = node->add(step.id, step.tag);
         node = child;
     }
 }

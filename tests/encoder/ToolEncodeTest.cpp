@@ -1,12 +1,12 @@
 // The encoding half of gmlcodec, in-process: option parsing, the name repair that keeps every
 // face, the precision choice, the OBJ reader and whole conversions with their failures.
-#include "CodecHost.h"
 #include "CommandLine.h"
 #include "CoordinateDecimals.h"
 #include "EncodeOptions.h"
 #include "GmlEncodeCommand.h"
 #include "MeshNameRepair.h"
 #include "ObjReader.h"
+#include "ToolTestHost.h"
 #include "UsageError.h"
 
 #include <kolt/AttributeMapBuilder.h>
@@ -40,11 +40,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-
-CodecHost const& host() {
-    static CodecHost const instance(KOLT_CODEC_DIR);
-    return instance;
-}
 
 std::string readFile(fs::path const& path) {
     std::ifstream in(path, std::ios::binary);

@@ -65,13 +65,22 @@ struct Node {
     std::wstring id;
     std::wstring tag;
     std::vector<std::unique_ptr<Node>> children;
-    // The first child of each id: the one the encoder finds.
-    std::unordered_map<std::wstring, Node*> byId;
+    // The first child of each id (the one the encoder finds), once there are many children;
+    // the views point into the children's own ids.
+    std::unordered_map<std::wstring_view, Node*> byId;
     // Ids given to steps without one that met a sibling of another tag, by tag, so that the
     // later steps of that element find it again.
     std::map<std::wstring, std::wstring> aliases;
 
+    static constexpr std::size_t indexFrom = 16;
+
     Node* find(std::wstring const& childId) const {
+        if (children.size() < indexFrom) {
+            for (auto const& child : children)
+                if (child->id == childId)
+                    return child.get();
+            return nullptr;
+        }
         auto const found = byId.find(childId);
         return found == byId.end() ? nullptr : found->second;
     }
@@ -80,7 +89,12 @@ struct Node {
         Node* child = children.back().get();
         child->id = childId;
         child->tag = childTag;
-        byId.emplace(childId, child);
+        if (children.size() == indexFrom) {
+            for (auto const& each : children)
+                byId.emplace(each->id, each.get());
+        } else if (children.size() > indexFrom) {
+            byId.emplace(child->id, child);
+        }
         return child;
     }
 };
@@ -205,10 +219,13 @@ std::wstring join(std::vector<Step> const& steps) {
 std::size_t MeshNameRepair::repair(std::vector<std::wstring>& names) {
     std::set<std::wstring> usedIds;
     std::vector<std::vector<Step>> paths;
+    paths.reserve(names.size());
     for (auto const& name : names) {
         paths.push_back(splitPath(name));
+        // Only ids of the form this repair makes can collide with the ones it makes.
         for (auto const& step : paths.back())
-            usedIds.insert(step.id);
+            if (step.id.rfind(L"gmlcodec_", 0) == 0)
+                usedIds.insert(step.id);
     }
     std::size_t counter = 0;
     auto freshId = [&] {

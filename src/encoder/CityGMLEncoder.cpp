@@ -67,6 +67,10 @@ CityGMLEncoder::~CityGMLEncoder() {
 }
 
 void CityGMLEncoder::init(koltx::GenerateContext& context) {
+    // The host hands validated options to every encoder it runs; without them there is nothing
+    // to read the file name or the precision from.
+    if (getOptions() == nullptr)
+        throw std::invalid_argument("encoder created without options");
     auto const namespaceA = namePreparator.newNamespace();
     auto const namespaceB = namePreparator.newNamespace();
     preparator = koltx::EncodePreparator::create(true, namePreparator, namespaceB, namespaceA, 0);

@@ -265,4 +265,8 @@ TEST(EncoderLifecycle, InitStartsAFreshDocumentAndNegativeLodBecomesZero) {
 
     encoder->init(context);
     EXPECT_TRUE(encoder->getDocument()->memberGroups.empty());
+
+    // Without options there is nothing to work with.
+    std::unique_ptr<koltx::Encoder> bare(enctest::factory().create(nullptr, &outputs));
+    EXPECT_THROW(bare->init(context), std::invalid_argument);
 }

@@ -6,8 +6,8 @@
 # Reports seconds, MB/s written and peak memory.
 #
 # usage: bench/encoder/encode_bench.sh BUILD_DIR [LARGE_FILE.gml]
-# Without a file, the reader's generator (bench/reader) makes one; without that generator, a
-# corpus file is tiled (ids made distinct per copy).
+# Without a file, the reader's generator (bench/reader/tile_citygml.py) makes one of MEGABYTES
+# (default 200) from a corpus file.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/../.." && pwd)"
 build="${1:?usage: encode_bench.sh BUILD_DIR [LARGE_FILE.gml]}"
@@ -19,25 +19,11 @@ work="${TMPDIR:-/tmp}/gmlcodec_encode_bench"
 mkdir -p "$work"
 
 if [[ -z "$file" ]]; then
-    generator="$(ls "$build"/bin/*generate* 2>/dev/null | head -1 || true)"
+    # The reader's generator tiles a real file into a large city with fresh ids.
     file="$work/large.gml"
-    if [[ -n "$generator" ]]; then
-        [[ -s "$file" ]] || "$generator" "$file"
-    elif [[ ! -s "$file" ]]; then
-        source="$root/../shared/testdata/citygml2_lod2_buildings/berlin_lod2_buildings_test_area.gml"
-        copies="${COPIES:-100}"
-        {
-            awk '/cityObjectMember>/ { exit } { print }' "$source"
-            body="$(awk '/<([A-Za-z]+:)?cityObjectMember>/ { on = 1 } on { print }
-                         /<\/([A-Za-z]+:)?cityObjectMember>/ { on = 0 }' "$source")"
-            for ((k = 0; k < copies; k++)); do
-                printf '%s\n' "$body" | sed "s/gml:id=\"/gml:id=\"c${k}_/g; s/href=\"#/href=\"#c${k}_/g"
-            done
-            last=$(grep -n -E '</([A-Za-z]+:)?cityObjectMember>' "$source" | tail -1 | cut -d: -f1)
-            tail -n +"$((last + 1))" "$source"
-            echo
-        } > "$file"
-    fi
+    megabytes="${MEGABYTES:-200}"
+    source="$root/../shared/testdata/citygml2_lod2_buildings/berlin_lod2_buildings_test_area.gml"
+    [[ -s "$file" ]] || python3 "$root/bench/reader/tile_citygml.py" "$source" "$file" "$megabytes"
 fi
 
 # Runs a command; prints "seconds peak_MB".

@@ -53,6 +53,10 @@ DecodedFile FileDecoder::decode(std::string const& path, bool progressAllowed) c
         bar->finish();
 
     out.loaded = !(results.empty() && out.warnings.rfind(LoadFailure, 0) == 0);
+    // The tool decodes once and then exits: the operating system reclaims a large model's meshes
+    // far faster than freeing them one by one would, so they are kept to the end of the process.
+    static auto* const retained = new std::vector<std::shared_ptr<koltx::Content>>();
+    retained->insert(retained->end(), results.begin(), results.end());
     for (auto const& content : results) {
         if (auto geometry = std::dynamic_pointer_cast<koltx::Geometry>(content)) {
             out.geometry = geometry;

@@ -56,11 +56,14 @@ std::string jsonValue(kolt::AttributeMap const& map, wchar_t const* key) {
     }
 }
 
-std::string jsonArray(std::vector<std::string> const& items) {
-    std::string out = "[";
-    for (std::size_t i = 0; i < items.size(); ++i)
-        out += (i ? ", " : "") + Json::quote(items[i]);
-    return out + "]";
+void appendArray(std::string& out, std::vector<std::string> const& items) {
+    out += "[";
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        if (i > 0)
+            out += ", ";
+        Json::appendQuoted(out, items[i]);
+    }
+    out += "]";
 }
 
 } // namespace
@@ -112,16 +115,29 @@ GeometrySummary::GeometrySummary(std::shared_ptr<koltx::Geometry> const& geometr
 }
 
 std::string GeometrySummary::toJson() const {
-    std::ostringstream out;
-    out << "{\"meshes\": " << meshes << ", \"faces\": " << faces << ", \"holes\": " << holes
-        << ", \"vertices\": " << vertices << ", \"materials\": " << materials
-        << ", \"textures\": " << textures << ", \"spatialReference\": "
-        << (spatialReference ? Json::quote(*spatialReference) : "null") << ", \"attributes\": {";
-    for (std::size_t i = 0; i < attributes.size(); ++i)
-        out << (i ? ", " : "") << Json::quote(attributes[i].first) << ": " << attributes[i].second;
-    out << "}, \"warnings\": " << jsonArray(warnings) << ", \"meshNames\": " << jsonArray(meshNames)
-        << "}\n";
-    return out.str();
+    std::size_t size = 400;
+    for (auto const& name : meshNames)
+        size += name.size() + name.size() / 4 + 4;
+    std::string out;
+    out.reserve(size);
+    out += "{\"meshes\": " + std::to_string(meshes) + ", \"faces\": " + std::to_string(faces) +
+           ", \"holes\": " + std::to_string(holes) + ", \"vertices\": " + std::to_string(vertices) +
+           ", \"materials\": " + std::to_string(materials) +
+           ", \"textures\": " + std::to_string(textures) + ", \"spatialReference\": ";
+    out += spatialReference ? Json::quote(*spatialReference) : "null";
+    out += ", \"attributes\": {";
+    for (std::size_t i = 0; i < attributes.size(); ++i) {
+        if (i > 0)
+            out += ", ";
+        Json::appendQuoted(out, attributes[i].first);
+        out += ": " + attributes[i].second;
+    }
+    out += "}, \"warnings\": ";
+    appendArray(out, warnings);
+    out += ", \"meshNames\": ";
+    appendArray(out, meshNames);
+    out += "}\n";
+    return out;
 }
 
 std::string GeometrySummary::toText() const {

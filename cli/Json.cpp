@@ -7,8 +7,19 @@
 std::string Json::quote(std::string const& utf8) {
     std::string out;
     out.reserve(utf8.size() + 2);
+    appendQuoted(out, utf8);
+    return out;
+}
+
+void Json::appendQuoted(std::string& out, std::string const& utf8) {
     out.push_back('"');
-    for (char c : utf8) {
+    std::size_t plain = 0; // start of the run of characters that need no escape
+    for (std::size_t i = 0; i < utf8.size(); ++i) {
+        unsigned char const c = static_cast<unsigned char>(utf8[i]);
+        if (c >= 0x20 && c != '"' && c != '\\')
+            continue;
+        out.append(utf8, plain, i - plain);
+        plain = i + 1;
         switch (c) {
         case '"':
             out += "\\\"";
@@ -31,18 +42,15 @@ std::string Json::quote(std::string const& utf8) {
         case '\f':
             out += "\\f";
             break;
-        default:
-            if (static_cast<unsigned char>(c) < 0x20) {
-                char escaped[8];
-                std::snprintf(escaped, sizeof escaped, "\\u%04x", static_cast<unsigned>(c));
-                out += escaped;
-            } else {
-                out.push_back(c);
-            }
+        default: {
+            char escaped[8];
+            std::snprintf(escaped, sizeof escaped, "\\u%04x", static_cast<unsigned>(c));
+            out += escaped;
+        }
         }
     }
+    out.append(utf8, plain, std::string::npos);
     out.push_back('"');
-    return out;
 }
 
 std::string Json::number(double value) {

@@ -131,6 +131,19 @@ bool CityGMLDecoder::decodeGeometry(koltx::GeometryBuilder& builder,
 
     bool added = false;
     unsigned int const polygonCount = geometry.getPolygonsCount();
+    // One pass to size the builder: growing its arrays polygon by polygon costs more than this.
+    std::size_t faces = 0;
+    std::size_t corners = 0;
+    for (unsigned int i = 0; i < polygonCount; ++i) {
+        auto const polygon = geometry.getPolygon(i);
+        if (!polygon || !polygon->exteriorRing())
+            continue;
+        faces += 1 + polygon->interiorRings().size();
+        corners += polygon->exteriorRing()->getVertices().size();
+        for (auto const& interior : polygon->interiorRings())
+            corners += interior ? interior->getVertices().size() : 0;
+    }
+    meshBuilder.reserve(corners, faces, corners);
     for (unsigned int i = 0; i < polygonCount; ++i)
         addPolygon(meshBuilder, materialIndices, geometry.getPolygon(i), warnings);
     if (polygonCount != 0) {

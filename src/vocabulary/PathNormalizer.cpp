@@ -89,18 +89,20 @@ std::unordered_map<std::wstring_view, std::wstring const*> const& schemaSpelling
     return index;
 }
 
-std::wstring lookUpTag(std::wstring_view tag) {
+// The schema spelling of one tag. The view points into the tables, into `tag` itself, or into
+// `buffer` when the LOD rule rewrote the tag.
+std::wstring_view lookUpTag(std::wstring_view tag, std::wstring& buffer) {
     std::size_t const lod = tag.find(L"lod");
     if (lod != std::wstring_view::npos) {
-        std::wstring work = canonicalLodTag(tag, lod);
-        if (work != tag)
-            return work;
+        buffer = canonicalLodTag(tag, lod);
+        if (buffer != tag)
+            return buffer;
     }
     auto const& index = schemaSpellings();
     auto const hit = index.find(tag);
     if (hit != index.end())
         return *hit->second;
-    return std::wstring(canonicalGmlGeometryTag(tag));
+    return canonicalGmlGeometryTag(tag);
 }
 
 } // namespace
@@ -108,8 +110,9 @@ std::wstring lookUpTag(std::wstring_view tag) {
 std::wstring normalizeNodePath(std::wstring const& path) {
     std::wstring result;
     result.reserve(path.size() + 16);
+    std::wstring buffer;
     for (PathIterator it(path); !it.atEnd(); ++it) {
-        std::wstring tag = lookUpTag(it.tag);
+        std::wstring_view tag = lookUpTag(it.tag, buffer);
         PathIterator next = it;
         ++next;
         for (PropertyPair const& pair : PropertyPairs) {

@@ -3,6 +3,7 @@
 #include <libxml/parser.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <vector>
 
@@ -10,6 +11,7 @@ namespace {
 
 long elements = 0;
 long textBytes = 0;
+long ends = 0;
 
 void onStart(void*, xmlChar const*, xmlChar const*, xmlChar const*, int, xmlChar const**, int, int,
              xmlChar const**) {
@@ -22,18 +24,29 @@ void onCharacters(void*, xmlChar const*, int length) {
 
 } // namespace
 
+int passOnce(char const* path);
+
 int main(int argc, char** argv) {
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: reader_bench_sax FILE\n");
+    if (argc != 2 && argc != 3) {
+        std::fprintf(stderr, "usage: reader_bench_sax FILE [REPEAT]\n");
         return 2;
     }
-    std::ifstream in(argv[1], std::ios::binary);
+    int repeat = argc == 3 ? std::atoi(argv[2]) : 1;
+    int rc = 0;
+    for (int i = 0; i < repeat && rc == 0; ++i)
+        rc = passOnce(argv[1]);
+    std::printf("elements %ld %ld\ntext %ld\n", elements, ends, textBytes);
+    return rc;
+}
+
+int passOnce(char const* path) {
+    std::ifstream in(path, std::ios::binary);
     if (!in)
         return 2;
     xmlSAXHandler sax{};
     xmlSAXVersion(&sax, 2);
     sax.startElementNs = onStart;
-    sax.endElementNs = nullptr;
+    sax.endElementNs = onEnd;
     sax.characters = onCharacters;
     sax.cdataBlock = onCharacters;
     sax.serror = [](void*, xmlErrorPtr) {};
@@ -51,6 +64,5 @@ int main(int argc, char** argv) {
     if (rc == 0)
         rc = xmlParseChunk(ctxt, nullptr, 0, 1);
     xmlFreeParserCtxt(ctxt);
-    std::printf("elements %ld\ntext %ld\n", elements, textBytes);
     return rc == 0 ? 0 : 1;
 }

@@ -22,11 +22,12 @@ if [ ! -s "$big" ]; then
         "$big" 205 >&2
 fi
 
-# best_of PROGRAM FILE -> "wall cpu rss_kb"
+# best_of PROGRAM FILE REPEAT -> "wall cpu rss_kb"
 best_of() {
     local best_wall=999999 best_cpu=999999 rss=0 line wall user sys kb
     for _ in 1 2 3; do
-        line=$( { /usr/bin/time -f '%e %U %S %M' "$1" "$2" >/dev/null 2>/dev/null; } 2>&1 | tail -1)
+        /usr/bin/time -o "$work/time.txt" -f '%e %U %S %M' "$1" "$2" "$3" >/dev/null 2>&1
+        line=$(tail -1 "$work/time.txt")
         read -r wall user sys kb <<<"$line"
         local cpu
         cpu=$(echo "$user + $sys" | bc)
@@ -39,17 +40,21 @@ best_of() {
 
 printf '%-28s %-12s %8s %8s %10s %10s %9s\n' file program wall_s cpu_s MB/s_wall MB/s_cpu rss_MB
 for file in "$largest" "$big"; do
-    mb=$(echo "scale=3; $(stat -c %s "$file") / 1048576" | bc)
+    # Small files are read repeatedly in one process, up to about 100 MB in all.
+    bytes=$(stat -c %s "$file")
+    repeat=$(( 104857600 / bytes ))
+    (( repeat < 1 )) && repeat=1
+    mb=$(echo "scale=3; $bytes * $repeat / 1048576" | bc)
     declare -A wall cpu rss
     for program in reader_bench_sax reader_bench_load libcitygml_bench_load; do
         [ -x "$bin/$program" ] || continue
-        read -r w c r <<<"$(best_of "$bin/$program" "$file")"
+        read -r w c r <<<"$(best_of "$bin/$program" "$file" "$repeat")"
         wall[$program]=$w cpu[$program]=$c rss[$program]=$r
         printf '%-28s %-12s %8.2f %8.2f %10.1f %10.1f %9.1f\n' "$(basename "$file" | cut -c1-28)" \
-            "${program%_bench*}${program#*bench_}" "$w" "$c" "$(echo "$mb / $w" | bc -l)" \
+            "${program/_bench_/ }" "$w" "$c" "$(echo "$mb / $w" | bc -l)" \
             "$(echo "$mb / $c" | bc -l)" "$(echo "$r / 1024" | bc -l)"
     done
-    echo "  size ${mb} MB"
+    echo "  $(basename "$file"): $(echo "scale=1; $bytes / 1048576" | bc) MB read $repeat times"
     echo "  reader / bare SAX time:      wall $(echo "scale=2; ${wall[reader_bench_load]} / ${wall[reader_bench_sax]}" | bc)x, cpu $(echo "scale=2; ${cpu[reader_bench_load]} / ${cpu[reader_bench_sax]}" | bc)x (goal <= 2)"
     if [ -n "${wall[libcitygml_bench_load]:-}" ]; then
         echo "  reader throughput / libcitygml: wall $(echo "scale=2; ${wall[libcitygml_bench_load]} / ${wall[reader_bench_load]}" | bc)x, cpu $(echo "scale=2; ${cpu[libcitygml_bench_load]} / ${cpu[reader_bench_load]}" | bc)x (goal >= 5)"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "IdTable.h"
 #include "SaxHandler.h"
 #include "Vocabulary.h"
 
@@ -83,6 +84,7 @@ private:
                                  std::shared_ptr<TextureTargetDefinition> const& texture,
                                  std::shared_ptr<MaterialTargetDefinition> const& material);
     void resolveSharedPolygons();
+    void dropUnresolvedSlots();
     void resolveAppearances();
     void indexTargets();
 
@@ -126,8 +128,9 @@ private:
     std::unique_ptr<PendingTarget> m_pending;
     std::vector<ThemeLink> m_themeLinks;
 
-    std::unordered_map<std::string_view, std::shared_ptr<Polygon>> m_polygonsById;
-    std::unordered_map<std::string_view, Geometry*> m_geometriesById;
+    // Shared pointers of the polygons stay owned by their geometries; the table borrows them.
+    IdTable<std::shared_ptr<Polygon> const> m_polygonsById;
+    IdTable<Geometry> m_geometriesById;
     std::vector<SharedPolygonRef> m_sharedRefs;
     std::string m_documentSrsName;
     int m_polygonsDropped = 0;

@@ -172,15 +172,19 @@ std::string_view ModelBuilder::stripHashText(std::string_view s) {
 }
 
 void ModelBuilder::resolveSharedPolygons() {
-    std::vector<Geometry*> touched;
     for (auto& ref : m_sharedRefs) {
-        auto it = m_polygonsById.find(ref.polygonId);
-        if (it != m_polygonsById.end())
-            ref.geometry->m_polygons[ref.slot] = it->second;
+        if (auto const* polygon = m_polygonsById.find(ref.polygonId))
+            ref.geometry->m_polygons[ref.slot] = *polygon;
         else
             warn("shared polygon '" + ref.polygonId + "' is not in the document");
-        touched.push_back(ref.geometry);
     }
+}
+
+// Runs last: the id table points into the polygon lists, which this reshuffles.
+void ModelBuilder::dropUnresolvedSlots() {
+    std::vector<Geometry*> touched;
+    for (auto const& ref : m_sharedRefs)
+        touched.push_back(ref.geometry);
     std::sort(touched.begin(), touched.end());
     touched.erase(std::unique(touched.begin(), touched.end()), touched.end());
     for (Geometry* g : touched)
@@ -254,17 +258,15 @@ void ModelBuilder::resolveAppearances() {
             auto apply = [&](std::string const& target,
                              std::shared_ptr<TextureTargetDefinition> const& tex, bool material) {
                 if (pass == 0) {
-                    auto p = m_polygonsById.find(target);
-                    if (p != m_polygonsById.end())
-                        assign(*p->second, *link.theme, front, tex,
+                    if (auto const* p = m_polygonsById.find(target))
+                        assign(**p, *link.theme, front, tex,
                                material ? materialDef(sd, target) : nullptr);
                     return;
                 }
-                if (m_polygonsById.count(target))
+                if (m_polygonsById.find(target))
                     return;
-                auto g = m_geometriesById.find(target);
-                if (g != m_geometriesById.end())
-                    assignToGeometry(*g->second, *link.theme, front, tex,
+                if (Geometry* g = m_geometriesById.find(target))
+                    assignToGeometry(*g, *link.theme, front, tex,
                                      material ? materialDef(sd, target) : nullptr);
                 else
                     warn("appearance target '" + target + "' is not a polygon or geometry");
@@ -287,10 +289,10 @@ void ModelBuilder::indexTargets() {
     m_polygonsById.reserve(m_polygonCount);
     auto addGeometry = [&](auto& self, Geometry& g) -> void {
         if (targets && !g.hasGeneratedId())
-            m_geometriesById.emplace(g.getId(), &g);
+            m_geometriesById.insert(g.getId(), &g);
         for (auto const& p : g.m_polygons)
             if (p && !p->hasGeneratedId())
-                m_polygonsById.emplace(p->getId(), p);
+                m_polygonsById.insert(p->getId(), &p);
         for (auto const& c : g.m_children)
             self(self, *c);
     };
@@ -312,6 +314,7 @@ std::shared_ptr<CityModel> ModelBuilder::finish() {
         m_model->m_envelope.m_srsName = m_documentSrsName;
     m_polygonsById.clear();
     m_geometriesById.clear();
+    dropUnresolvedSlots();
     return std::move(m_model);
 }
 

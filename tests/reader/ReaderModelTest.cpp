@@ -80,7 +80,10 @@ TEST(ReaderModel, SharedPolygonsAndDocumentOrder) {
                R"(<gml:surfaceMember xlink:href="#missing"/>
       </gml:CompositeSurface></gml:exterior></gml:Solid></bldg:lod2Solid>
       </bldg:Building></core:cityObjectMember>
-      <core:cityObjectMember><bldg:Building gml:id="second"/></core:cityObjectMember>)"));
+      <core:cityObjectMember><bldg:Building gml:id="second"/></core:cityObjectMember>
+      <core:appearanceMember><app:Appearance><app:surfaceDataMember><app:X3DMaterial gml:id="m">
+      <app:target>#own</app:target></app:X3DMaterial></app:surfaceDataMember></app:Appearance>
+      </core:appearanceMember>)"));
     auto roots = model->getRootCityObjects();
     ASSERT_EQ(roots.size(), 2u);
     EXPECT_EQ(roots[1]->getId(), "second");
@@ -95,6 +98,9 @@ TEST(ReaderModel, SharedPolygonsAndDocumentOrder) {
     EXPECT_EQ(composite.getPolygon(0)->getId(), "roof");
     EXPECT_EQ(composite.getPolygon(1)->getId(), "own");
     EXPECT_EQ(composite.getPolygon(0), b.getChildCityObject(0).getGeometry(0).getPolygon(0));
+    // Appearance targets are found by id whatever shared slots stood around them.
+    EXPECT_TRUE(composite.getPolygon(1)->getMaterialFor(""));
+    EXPECT_FALSE(composite.getPolygon(0)->getMaterialFor(""));
 }
 
 TEST(ReaderModel, AttributesOfEveryVersion) {

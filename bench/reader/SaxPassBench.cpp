@@ -18,6 +18,10 @@ void onStart(void*, xmlChar const*, xmlChar const*, xmlChar const*, int, xmlChar
     ++elements;
 }
 
+void onEnd(void*, xmlChar const*, xmlChar const*, xmlChar const*) {
+    ++ends;
+}
+
 void onCharacters(void*, xmlChar const*, int length) {
     textBytes += length;
 }

@@ -143,7 +143,8 @@ std::string GeometrySummary::toJson() const {
 std::string GeometrySummary::toText() const {
     std::ostringstream out;
     out << "meshes:            " << meshes << "\n"
-        << "faces:             " << faces << " (and " << holes << " holes)\n"
+        << "faces:             " << faces << "\n"
+        << "holes:             " << holes << "\n"
         << "vertices:          " << vertices << "\n"
         << "materials:         " << materials << "\n"
         << "textures:          " << textures << "\n"

@@ -20,7 +20,10 @@
 #include <koltx/GeometryBuilder.h>
 #include <koltx/InitialShape.h>
 #include <koltx/KOLTUtils.h>
+#include <koltx/Material.h>
+#include <koltx/Mesh.h>
 #include <koltx/Shape.h>
+#include <koltx/Texture.h>
 
 #include <algorithm>
 #include <cctype>
@@ -210,6 +213,12 @@ GmlEncodeCommand::Result GmlEncodeCommand::convert(koltx::ExtensionManager& mana
         leaves);
 
     TrackedFileOutputs outputs(target.parent_path().string());
+    for (auto const& mesh : input.meshes)
+        for (auto const& material : mesh->getMaterials())
+            for (auto const& texture : material ? material->getDiffuseMap()
+                                                : std::vector<std::shared_ptr<koltx::Texture>>())
+                if (texture && texture->getURI() && texture->getURI()->isFile())
+                    outputs.protect(texture->getURI()->getNativePath());
     try {
         koltx::GenerateContext context({shape}, cache.get(), &outputs);
         auto const encoder = manager.createEncoder(encoderId, validated.get(), &outputs);
@@ -226,6 +235,9 @@ GmlEncodeCommand::Result GmlEncodeCommand::convert(koltx::ExtensionManager& mana
         }
     } catch (...) {
         outputs.removeWritten();
+        if (!outputs.refused().empty())
+            throw std::runtime_error("the texture images would replace the input's own " +
+                                     outputs.refused() + "; write to another folder");
         throw;
     }
     for (auto const& file : outputs.written())

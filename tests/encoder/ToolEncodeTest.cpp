@@ -381,6 +381,12 @@ TEST_F(ToolEncode, FailuresLeaveNothingBehind) {
     writeFile(dir / "in" / "tex.obj",
               "mtllib t.mtl\nv 0 0 0\nv 1 0 0\nv 1 1 0\nvt 0 0\nvt 1 0\nvt 1 1\n"
               "usemtl t\nf 1/1 2/2 3/3\n");
+    // Beside its input, the texture image would replace the input's own picture.
+    std::string const picture = readFile(dir / "in" / "t.png");
+    EXPECT_EQ(1, convert((dir / "in" / "tex.obj").string(), (dir / "in" / "x.gml").string()));
+    EXPECT_NE(std::string::npos, err.find("would replace the input's own"));
+    EXPECT_EQ(picture, readFile(dir / "in" / "t.png"));
+    EXPECT_FALSE(fs::exists(dir / "in" / "x.gml"));
     fs::create_directories(dir / "out" / "blocked.gml" / "inside");
     EncodeOptions options;
     options.baseName = "blocked";

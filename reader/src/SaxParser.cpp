@@ -1,5 +1,6 @@
 #include "SaxParser.h"
 
+#include <libxml/globals.h>
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
 #include <libxml/xmlerror.h>
@@ -72,6 +73,24 @@ void onReference(void*, xmlChar const*) {}
 // Errors are read from the context after each chunk; nothing goes to stderr.
 void onError(void*, xmlErrorPtr) {}
 
+void silentGenericError(void*, char const*, ...) {}
+
+// libxml2 reports encoding faults through its generic handler, which prints to stderr; for the
+// length of one parse on this thread they are dropped (the parse fails with its own message).
+class GenericErrorGuard {
+public:
+    GenericErrorGuard() : m_function(xmlGenericError), m_context(xmlGenericErrorContext) {
+        xmlSetGenericErrorFunc(nullptr, silentGenericError);
+    }
+    ~GenericErrorGuard() { xmlSetGenericErrorFunc(m_context, m_function); }
+    GenericErrorGuard(GenericErrorGuard const&) = delete;
+    GenericErrorGuard& operator=(GenericErrorGuard const&) = delete;
+
+private:
+    xmlGenericErrorFunc m_function;
+    void* m_context;
+};
+
 struct CtxtDeleter {
     void operator()(xmlParserCtxtPtr p) const {
         if (p->myDoc)
@@ -84,10 +103,11 @@ struct CtxtDeleter {
     if (auto* c = static_cast<Context*>(ctxt->_private); c->error)
         std::rethrow_exception(c->error);
     xmlErrorPtr e = xmlCtxtGetLastError(ctxt);
-    std::string message = "XML parse error";
-    int line = 0;
-    int column = 0;
-    if (e) {
+    // Encoding faults leave no error record; the input position still tells where.
+    std::string message = "the document's bytes do not fit its declared encoding";
+    int line = ctxt->input ? ctxt->input->line : 0;
+    int column = ctxt->input ? ctxt->input->col : 0;
+    if (e && e->code != 0) {
         line = e->line;
         column = e->int2;
         if (e->message) {
@@ -124,6 +144,7 @@ void SaxParser::parse(std::istream& stream, SaxHandler& handler) {
     sax.externalSubset = nullptr;
     sax.resolveEntity = nullptr;
 
+    GenericErrorGuard quiet;
     Context context{&handler, {}, nullptr};
     std::vector<char> buffer(ChunkSize);
 

@@ -126,6 +126,14 @@ TEST(ReaderInput, EncodingsThatOccurInPractice) {
         utf16 += '\0';
     }
     EXPECT_EQ(name(utf16), "Z");
+    // Bytes that the declared encoding cannot hold fail the load with a message of their own.
+    try {
+        name("<?xml version=\"1.0\" encoding=\"windows-1252\"?>" + body +
+             "\x81\x8D</gml:name></core:CityModel>");
+        FAIL() << "no exception";
+    } catch (std::runtime_error const& e) {
+        EXPECT_NE(std::string(e.what()).find("encoding"), std::string::npos) << e.what();
+    }
 }
 
 TEST(ReaderInput, AwkwardRealFilesLoad) {

@@ -197,12 +197,39 @@ bool placePath(Node& root, std::vector<Step>& steps, FreshId const& freshId) {
     return changed;
 }
 
-void insert(Node& root, std::vector<Step> const& steps) {
+// A geometry that several features share by reference comes once per feature; each copy that
+// makes a new element needs an id of its own, as ids are unique in a document. True if any
+// step changed.
+template <typename FreshId>
+bool distinctGeometryIds(Node& root, std::vector<Step>& steps, std::set<std::wstring> const& placed,
+                         FreshId const& freshId) {
+    Node* node = &root;
+    std::size_t i = 0;
+    for (; i < steps.size(); ++i) {
+        Node* child = node->find(steps[i].id);
+        if (child == nullptr)
+            break;
+        node = child;
+    }
+    bool changed = false;
+    for (; i < steps.size(); ++i) {
+        if (!steps[i].id.empty() && isGeometryTag(steps[i].tag) && placed.count(steps[i].id)) {
+            steps[i].id += L"_" + freshId();
+            changed = true;
+        }
+    }
+    return changed;
+}
+
+void insert(Node& root, std::vector<Step> const& steps, std::set<std::wstring>& placed) {
     Node* node = &root;
     for (auto const& step : steps) {
         Node* child = node->find(step.id);
-        if (child == nullptr)
+        if (child == nullptr) {
             child = node->add(step.id, step.tag);
+            if (!step.id.empty() && isGeometryTag(step.tag))
+                placed.insert(step.id);
+        }
         node = child;
     }
 }
@@ -238,6 +265,7 @@ std::size_t MeshNameRepair::repair(std::vector<std::wstring>& names) {
     };
 
     Node root;
+    std::set<std::wstring> placedGeometries;
     std::size_t changed = 0;
     for (std::size_t m = 0; m < names.size(); ++m) {
         auto& steps = paths[m];
@@ -254,11 +282,13 @@ std::size_t MeshNameRepair::repair(std::vector<std::wstring>& names) {
         }
         if (placePath(root, steps, freshId))
             renamedHere = true;
+        if (distinctGeometryIds(root, steps, placedGeometries, freshId))
+            renamedHere = true;
         if (renamedHere) {
             names[m] = join(steps);
             ++changed;
         }
-        insert(root, steps);
+        insert(root, steps, placedGeometries);
     }
     return changed;
 }

@@ -87,6 +87,10 @@ std::wstring pathKey(std::wstring const& path) {
                               : step.substr(bracket + 1, step.size() - bracket - 2);
         if (!isGeometryTag(tag) || id.rfind(L"gmlcodec_", 0) == 0)
             id.clear();
+        // A shared geometry's further copies carry its id with a suffix.
+        auto const suffix = id.find(L"_gmlcodec_");
+        if (suffix != std::wstring::npos)
+            id.erase(suffix);
         key += tag + L"[" + id + L"]\\";
     }
     return key;

@@ -257,6 +257,14 @@ TEST(MeshNameRepairTest, KeepsEveryFaceOfPathsThatWouldMeet) {
     // A second repair finds nothing more to do.
     EXPECT_EQ(0u, MeshNameRepair::repair(names));
 
+    // A geometry that two features share by reference gets a second id for its second copy.
+    std::vector<std::wstring> shared = {
+        L"bldg:Building[a]\\bldg:lod2MultiSurface[]\\gml:MultiSurface[s]\\",
+        L"bldg:Building[b]\\bldg:lod2MultiSurface[]\\gml:MultiSurface[s]\\"};
+    EXPECT_EQ(1u, MeshNameRepair::repair(shared));
+    EXPECT_EQ(L"bldg:Building[b]\\bldg:lod2MultiSurface[]\\gml:MultiSurface[s_gmlcodec_1]\\",
+              shared[1]);
+
     auto const copy = MeshNameRepair::renamed(*square(L"a"), L"b");
     EXPECT_EQ(L"b", copy->getName());
     EXPECT_EQ(4u, copy->getVertexCount());

@@ -7,7 +7,6 @@
 #include "PathIndex.h"
 
 #include <algorithm>
-#include <map>
 
 namespace citygml {
 
@@ -242,12 +241,14 @@ void ModelBuilder::resolveAppearances() {
     themes.erase(std::unique(themes.begin(), themes.end()), themes.end());
     m_model->m_themes = std::move(themes);
 
-    std::map<std::pair<SurfaceData const*, std::string>, std::shared_ptr<MaterialTargetDefinition>>
-        materialDefs;
-    auto materialDef = [&](SurfaceData& sd, std::string const& target) {
-        auto& def = materialDefs[{&sd, target}];
+    // One definition per material and target, shared by every theme the material is used in.
+    auto materialDef = [&](SurfaceData& sd, std::size_t index) {
+        if (sd.materialDefinitions.size() < sd.materialTargets.size())
+            sd.materialDefinitions.resize(sd.materialTargets.size());
+        auto& def = sd.materialDefinitions[index];
         if (!def)
-            def = std::make_shared<MaterialTargetDefinition>(target, sd.material, newId());
+            def = std::make_shared<MaterialTargetDefinition>(sd.materialTargets[index], sd.material,
+                                                             newId());
         return def;
     };
     // Polygons named directly come first, so a polygon's own appearance beats its geometry's.
@@ -256,25 +257,26 @@ void ModelBuilder::resolveAppearances() {
             SurfaceData& sd = *link.data;
             bool front = sd.material ? sd.material->isFront() : sd.texture->isFront();
             auto apply = [&](std::string const& target,
-                             std::shared_ptr<TextureTargetDefinition> const& tex, bool material) {
+                             std::shared_ptr<TextureTargetDefinition> const& tex, bool material,
+                             std::size_t index) {
                 if (pass == 0) {
                     if (auto const* p = m_polygonsById.find(target))
                         assign(**p, *link.theme, front, tex,
-                               material ? materialDef(sd, target) : nullptr);
+                               material ? materialDef(sd, index) : nullptr);
                     return;
                 }
                 if (m_polygonsById.find(target))
                     return;
                 if (Geometry* g = m_geometriesById.find(target))
                     assignToGeometry(*g, *link.theme, front, tex,
-                                     material ? materialDef(sd, target) : nullptr);
+                                     material ? materialDef(sd, index) : nullptr);
                 else
                     warn("appearance target '" + target + "' is not a polygon or geometry");
             };
             for (auto const& def : sd.textureTargets)
-                apply(def->getTargetID(), def, false);
-            for (auto const& target : sd.materialTargets)
-                apply(target, nullptr, true);
+                apply(def->getTargetID(), def, false, 0);
+            for (std::size_t i = 0; i < sd.materialTargets.size(); ++i)
+                apply(sd.materialTargets[i], nullptr, true, i);
         }
     }
 }

@@ -4,6 +4,7 @@
 
 #include <citygml/AttributeValue.h>
 #include <citygml/Material.h>
+#include <citygml/MaterialTargetDefinition.h>
 #include <citygml/Texture.h>
 #include <citygml/TextureTargetDefinition.h>
 
@@ -100,6 +101,7 @@ struct ModelBuilder::SurfaceData {
     std::shared_ptr<Texture> texture;
     std::vector<std::shared_ptr<TextureTargetDefinition>> textureTargets;
     std::vector<std::string> materialTargets;
+    std::vector<std::shared_ptr<MaterialTargetDefinition>> materialDefinitions;
 };
 
 struct ModelBuilder::PendingTarget {

@@ -476,7 +476,9 @@ void ModelBuilder::startElement(char const* localName, char const* prefix, char 
         !m_geometries.empty() && !m_polygon && m_geometries.back().second + 1 == depth)
         if (XmlAttribute const* href = find(attributes, count, "href", 2)) {
             Geometry* g = m_geometries.back().first;
-            m_sharedRefs.push_back({g, g->m_polygons.size(), std::string(stripHash(value(*href)))});
+            std::string_view id = stripHash(value(*href));
+            m_sharedRefs.push_back({g, g->m_polygons.size(), m_sharedRefIds.size(), id.size()});
+            m_sharedRefIds.append(id);
             g->m_polygons.emplace_back();
         }
 }

@@ -132,6 +132,7 @@ private:
     IdTable<std::shared_ptr<Polygon> const> m_polygonsById;
     IdTable<Geometry> m_geometriesById;
     std::vector<SharedPolygonRef> m_sharedRefs;
+    std::string m_sharedRefIds;
     std::string m_documentSrsName;
     int m_polygonsDropped = 0;
     std::size_t m_polygonCount = 0;

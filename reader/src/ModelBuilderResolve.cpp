@@ -172,10 +172,11 @@ std::string_view ModelBuilder::stripHashText(std::string_view s) {
 
 void ModelBuilder::resolveSharedPolygons() {
     for (auto& ref : m_sharedRefs) {
-        if (auto const* polygon = m_polygonsById.find(ref.polygonId))
+        std::string_view id(m_sharedRefIds.data() + ref.idOffset, ref.idLength);
+        if (auto const* polygon = m_polygonsById.find(id))
             ref.geometry->m_polygons[ref.slot] = *polygon;
         else
-            warn("shared polygon '" + ref.polygonId + "' is not in the document");
+            warn("shared polygon '" + std::string(id) + "' is not in the document");
     }
 }
 

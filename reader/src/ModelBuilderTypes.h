@@ -121,7 +121,9 @@ struct ModelBuilder::GenericAttribute {
 struct ModelBuilder::SharedPolygonRef {
     Geometry* geometry;
     std::size_t slot;
-    std::string polygonId;
+    // The referenced id, kept in m_sharedRefIds: millions of references make no allocation each.
+    std::size_t idOffset;
+    std::size_t idLength;
 };
 
 // Surface data `data` (or the one with id `dataId`) applies in `theme`.

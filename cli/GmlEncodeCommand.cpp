@@ -200,17 +200,20 @@ GmlEncodeCommand::Result GmlEncodeCommand::convert(koltx::ExtensionManager& mana
                                  std::to_string(status) + ")");
     result.vertexPrecision = validated->getFloat(L"vertexPrecision");
 
-    // One initial shape; each OBJ object or the decoded geometry is a leaf of it.
+    // One initial shape; each OBJ object or the decoded geometry is a leaf of it. The whole
+    // input is also the shape's own geometry, which the encoder falls back to ("errorFallback")
+    // when the leaves cannot be prepared.
+    auto const whole = geometryOf(input.meshes);
     std::vector<std::shared_ptr<koltx::Shape>> leaves;
     if (input.fromCityGML) {
-        leaves.push_back(std::make_shared<koltx::Shape>(geometryOf(input.meshes)));
+        leaves.push_back(std::make_shared<koltx::Shape>(whole));
     } else {
         for (auto const& mesh : input.meshes)
             leaves.push_back(std::make_shared<koltx::Shape>(geometryOf({mesh})));
     }
     auto const shape = std::make_shared<koltx::InitialShape>(
         kolt::StringUtils::toUTF16(fs::path(inputPath).filename().string()), input.attributes,
-        leaves);
+        leaves, whole);
 
     TrackedFileOutputs outputs(target.parent_path().string());
     for (auto const& mesh : input.meshes)

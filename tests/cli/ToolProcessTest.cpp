@@ -175,6 +175,55 @@ TEST_F(ToolProcess, ConvertTheExampleToObj) {
               readFile(testsupport::sourceDir() / "examples" / "facade.png"));
 }
 
+TEST_F(ToolProcess, TexturesWithOneFileNameGetUniqueCopies) {
+    fs::path const png = testsupport::sourceDir() / "examples" / "facade.png";
+    for (char const* sub : {"x", "y"}) {
+        fs::create_directories(dir / "in" / sub);
+        fs::copy_file(png, dir / "in" / sub / "wall.png");
+    }
+    auto texture = [](std::string const& id, std::string const& url, std::string const& target) {
+        return "<app:surfaceDataMember><app:ParameterizedTexture gml:id=\"" + id +
+               "\"><app:imageURI>" + url + "</app:imageURI><app:target uri=\"#" + target +
+               "\"><app:TexCoordList><app:textureCoordinates ring=\"#" + target +
+               "-r\">0 0 1 0 1 1 0 0</app:textureCoordinates></app:TexCoordList></app:target>"
+               "</app:ParameterizedTexture></app:surfaceDataMember>";
+    };
+    auto polygon = [](std::string const& id) {
+        return "<gml:surfaceMember><gml:Polygon gml:id=\"" + id +
+               "\"><gml:exterior><gml:LinearRing gml:id=\"" + id +
+               "-r\"><gml:posList>0 0 0 1 0 0 1 1 0 0 0 0</gml:posList></gml:LinearRing>"
+               "</gml:exterior></gml:Polygon></gml:surfaceMember>";
+    };
+    std::ofstream(dir / "in" / "two.gml")
+        << "<core:CityModel xmlns:core=\"http://www.opengis.net/citygml/2.0\" "
+           "xmlns:gen=\"http://www.opengis.net/citygml/generics/2.0\" "
+           "xmlns:app=\"http://www.opengis.net/citygml/appearance/2.0\" "
+           "xmlns:gml=\"http://www.opengis.net/gml\"><core:cityObjectMember>"
+           "<gen:GenericCityObject gml:id=\"g\"><gen:lod1Geometry><gml:MultiSurface>"
+        << polygon("a") << polygon("b")
+        << "</gml:MultiSurface></gen:lod1Geometry></gen:GenericCityObject></core:cityObjectMember>"
+           "<app:appearanceMember><app:Appearance>"
+        << texture("ta", "x/wall.png", "a") << texture("tb", "y/wall.png", "b")
+        << "</app:Appearance></app:appearanceMember></core:CityModel>";
+    fs::create_directories(dir / "out");
+    ToolRun const r = run("convert '" + (dir / "in" / "two.gml").string() + "' '" +
+                          (dir / "out" / "two.obj").string() + "'");
+    EXPECT_EQ(r.code, 0) << r.err;
+    std::vector<std::string> names;
+    for (auto const& entry : fs::directory_iterator(dir / "out"))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names, (std::vector<std::string>{"two.attributes.json", "two.mtl", "two.obj",
+                                               "wall.png", "wall_1.png"}));
+    std::string const mtl = readFile(dir / "out" / "two.mtl");
+    EXPECT_NE(mtl.find("map_Kd wall.png\n"), std::string::npos) << mtl;
+    EXPECT_NE(mtl.find("map_Kd wall_1.png\n"), std::string::npos) << mtl;
+    std::string const obj = readFile(dir / "out" / "two.obj");
+    EXPECT_NE(obj.find("usemtl material_0\nf 1/1 2/2 3/3\nusemtl material_1\nf 4/4 5/5 6/6\n"),
+              std::string::npos)
+        << obj;
+}
+
 TEST_F(ToolProcess, FilesThatDoNotLoadLeaveNoOutput) {
     std::ofstream(dir / "broken.gml") << "<core:CityModel><unclosed>";
     ToolRun r =

@@ -5,6 +5,7 @@
 #include "PathIndex.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 
 namespace citygml {
@@ -215,8 +216,11 @@ ModelBuilder::ElementInfo const& ModelBuilder::lookup(char const* localName, cha
 }
 
 std::string ModelBuilder::newId() {
-    // A space cannot occur in a gml:id, so these never collide with the document's ids.
-    return "__kolt_ " + std::to_string(m_idCounter++);
+    // A space cannot occur in a gml:id, so these never collide with the document's ids. The
+    // counter is shared by all loads of the process, because callers cache appearances by id
+    // across files.
+    static std::atomic<unsigned long long> counter{0};
+    return "__kolt_ " + std::to_string(counter.fetch_add(1, std::memory_order_relaxed));
 }
 
 void ModelBuilder::warn(std::string const& message) const {

@@ -98,7 +98,6 @@ private:
     std::vector<Frame> m_frames;
     std::size_t m_skipDepth = 0;
     std::string m_path;
-    std::size_t m_idCounter = 0;
 
     bool m_collect = false;
     std::size_t m_textDepth = 0;

@@ -104,3 +104,20 @@ TEST(ReaderAppearance, Version3TextureAssociationsAndLocalAppearances) {
     // Attribute-free appearance elements never turn into feature attributes.
     EXPECT_TRUE(model->getRootCityObjects().at(0)->getAttributes().empty());
 }
+
+TEST(ReaderAppearance, GeneratedIdsDifferAcrossLoads) {
+    // Callers cache materials by id across files, so an X3DMaterial without gml:id must not
+    // share its generated id with one of another file.
+    std::string text = model2(furniture() + R"(<core:appearanceMember><app:Appearance>
+      <app:surfaceDataMember><app:X3DMaterial><app:target>#p1</app:target></app:X3DMaterial>
+      </app:surfaceDataMember></app:Appearance></core:appearanceMember>)");
+    auto first = loadText(text);
+    auto second = loadText(text);
+    auto material = [](citygml::CityModel const& m) {
+        return m.getRootCityObjects().at(0)->getGeometry(0).getPolygon(0)->getMaterialFor("");
+    };
+    ASSERT_TRUE(material(*first));
+    ASSERT_TRUE(material(*second));
+    EXPECT_TRUE(material(*first)->hasGeneratedId());
+    EXPECT_NE(material(*first)->getId(), material(*second)->getId());
+}

@@ -131,10 +131,19 @@ void ObjWriter::write(std::shared_ptr<koltx::Geometry> const& geometry,
 
     std::size_t vertexBase = 1;
     std::size_t uvBase = 1;
+    std::size_t meshNumber = 0;
     if (geometry) {
         for (auto const& original : geometry->getMeshes()) {
             auto const mesh = koltx::MeshUtils::triangulateHoles(original, &warnings);
-            out << "o " << kolt::StringUtils::toUTF8(mesh->getName()) << "\n";
+            // OBJ reads a backslash at the end of a line as a line continuation (Blender and
+            // Assimp do), and every mesh path ends in one. The mesh's number goes behind it: a
+            // mesh path ignores whatever follows its last backslash, so the name still reads
+            // back as the same path, and object names become unique besides.
+            std::string name = kolt::StringUtils::toUTF8(mesh->getName());
+            ++meshNumber;
+            if (!name.empty() && name.back() == '\\')
+                name += std::to_string(meshNumber);
+            out << "o " << name << "\n";
             auto const& coords = mesh->getVertexCoords();
             for (std::size_t i = 0; i + 2 < coords.size(); i += 3)
                 out << "v " << number(coords[i]) << " " << number(coords[i + 1]) << " "

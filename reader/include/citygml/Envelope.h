@@ -14,8 +14,9 @@ public:
 
     TVec3d const& getLowerBound() const { return m_lower; }
     TVec3d const& getUpperBound() const { return m_upper; }
-    // srsName of the gml:Envelope element; when it has none, that of the boundedBy property or
-    // the first srsName met on a geometry of the same feature.
+    // srsName of the gml:Envelope element. Without one, a feature's envelope takes the first
+    // srsName written on a GML element inside the feature, and the model's the first one in the
+    // document, so that files naming the reference system only on geometries still have one.
     std::string const& srsName() const { return m_srsName; }
     // True when both corners were read and lower <= upper on every axis.
     bool validBounds() const;

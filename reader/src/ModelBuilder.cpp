@@ -234,12 +234,13 @@ void ModelBuilder::startText(std::size_t depth) {
     m_text.clear();
 }
 
-bool ModelBuilder::takeText(std::size_t depth, std::string& out) {
+// The view stays valid until the next element starts; the buffer keeps its capacity, so text
+// elements cost no allocation each.
+bool ModelBuilder::takeText(std::size_t depth, std::string_view& out) {
     if (!m_collect || m_textDepth != depth)
         return false;
     m_collect = false;
-    out.swap(m_text);
-    m_text.clear();
+    out = m_text;
     return true;
 }
 
@@ -500,7 +501,7 @@ void ModelBuilder::endElement() {
         return;
     std::size_t depth = m_frames.size() - 1;
     Frame& f = m_frames.back();
-    std::string text;
+    std::string_view text;
 
     switch (f.sym) {
     case Sym::CityObject:

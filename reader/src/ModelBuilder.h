@@ -63,7 +63,7 @@ private:
     std::string newId();
     void warn(std::string const& message) const;
     void startText(std::size_t depth);
-    bool takeText(std::size_t depth, std::string& out);
+    bool takeText(std::size_t depth, std::string_view& out);
 
     void startCityObject(ElementInfo const& info, std::string id);
     bool startGeometry(ElementInfo const& info, std::string id, std::string_view srsName);

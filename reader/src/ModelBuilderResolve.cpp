@@ -206,8 +206,10 @@ void ModelBuilder::assignToGeometry(Geometry& g, std::string const& theme, bool 
                                     std::shared_ptr<TextureTargetDefinition> const& texture,
                                     std::shared_ptr<MaterialTargetDefinition> const& material) {
     assign(g, theme, front, texture, material);
+    // Slots of unresolved shared polygons are still empty here.
     for (auto const& p : g.m_polygons)
-        assign(*p, theme, front, texture, material);
+        if (p)
+            assign(*p, theme, front, texture, material);
     for (auto const& c : g.m_children)
         assignToGeometry(*c, theme, front, texture, material);
 }

@@ -74,7 +74,7 @@ TEST(ReaderModel, SharedPolygonsAndDocumentOrder) {
                member(ring("<gml:posList>0 0 1 1 0 1 1 1 1</gml:posList>"), "roof") +
                R"(</gml:MultiSurface></bldg:lod2MultiSurface></bldg:RoofSurface></bldg:boundedBy>
       <bldg:boundedBy><bldg:GroundSurface gml:id="g"/></bldg:boundedBy>
-      <bldg:lod2Solid><gml:Solid><gml:exterior><gml:CompositeSurface>
+      <bldg:lod2Solid><gml:Solid><gml:exterior><gml:CompositeSurface gml:id="cs">
         <gml:surfaceMember xlink:href="#roof"/>)" +
                member(ring("<gml:posList>0 0 0 1 0 0 1 1 0</gml:posList>"), "own") +
                R"(<gml:surfaceMember xlink:href="#missing"/>
@@ -82,7 +82,9 @@ TEST(ReaderModel, SharedPolygonsAndDocumentOrder) {
       </bldg:Building></core:cityObjectMember>
       <core:cityObjectMember><bldg:Building gml:id="second"/></core:cityObjectMember>
       <core:appearanceMember><app:Appearance><app:surfaceDataMember><app:X3DMaterial gml:id="m">
-      <app:target>#own</app:target></app:X3DMaterial></app:surfaceDataMember></app:Appearance>
+      <app:target>#own</app:target></app:X3DMaterial></app:surfaceDataMember>
+      <app:surfaceDataMember><app:X3DMaterial gml:id="whole"><app:target>#cs</app:target>
+      </app:X3DMaterial></app:surfaceDataMember></app:Appearance>
       </core:appearanceMember>)"));
     auto roots = model->getRootCityObjects();
     ASSERT_EQ(roots.size(), 2u);
@@ -100,7 +102,10 @@ TEST(ReaderModel, SharedPolygonsAndDocumentOrder) {
     EXPECT_EQ(composite.getPolygon(0), b.getChildCityObject(0).getGeometry(0).getPolygon(0));
     // Appearance targets are found by id whatever shared slots stood around them.
     EXPECT_TRUE(composite.getPolygon(1)->getMaterialFor(""));
-    EXPECT_FALSE(composite.getPolygon(0)->getMaterialFor(""));
+    EXPECT_EQ(composite.getPolygon(1)->getMaterialFor("")->getId(), "m");
+    // A material aimed at the whole surface reaches the shared polygon too, and passes over
+    // the reference that pointed nowhere.
+    EXPECT_EQ(composite.getPolygon(0)->getMaterialFor("")->getId(), "whole");
 }
 
 TEST(ReaderModel, AttributesOfEveryVersion) {

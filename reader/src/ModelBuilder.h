@@ -133,7 +133,6 @@ private:
     std::vector<SharedPolygonRef> m_sharedRefs;
     std::string m_sharedRefIds;
     std::string m_documentSrsName;
-    int m_polygonsDropped = 0;
     std::size_t m_polygonCount = 0;
 };
 

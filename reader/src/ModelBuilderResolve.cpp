@@ -64,7 +64,6 @@ void ModelBuilder::endPolygon() {
     m_inRing = false;
     if (!polygon->m_exterior) {
         warn("polygon '" + polygon->getId() + "' has no usable exterior ring and is dropped");
-        ++m_polygonsDropped;
         return;
     }
     if (m_params.tesselate && m_tesselator) {

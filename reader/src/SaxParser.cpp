@@ -7,6 +7,7 @@
 
 #include <exception>
 #include <memory>
+#include <mutex>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -123,11 +124,8 @@ struct CtxtDeleter {
 } // namespace
 
 void SaxParser::parse(std::istream& stream, SaxHandler& handler) {
-    static bool const initialised = [] {
-        xmlInitParser();
-        return true;
-    }();
-    (void)initialised;
+    static std::once_flag initialised;
+    std::call_once(initialised, xmlInitParser);
 
     xmlSAXHandler sax;
     xmlSAXVersion(&sax, 2);

@@ -184,8 +184,10 @@ ModelBuilder::ElementInfo const& ModelBuilder::lookup(char const* localName, cha
         info->lod = static_cast<signed char>(name[3] - '0');
 
     Module m = info->ns.module;
-    if (name.size() >= 22 &&
-        (name.substr(name.size() - 22) == "ImplicitRepresentation" || name == "ImplicitGeometry"))
+    constexpr std::string_view implicitProperty = "ImplicitRepresentation";
+    if ((name.size() >= implicitProperty.size() &&
+         name.substr(name.size() - implicitProperty.size()) == implicitProperty) ||
+        name == "ImplicitGeometry")
         info->sym = Sym::Implicit;
     else if (m == Module::Gml) {
         info->sym = gmlSym(name);
@@ -199,8 +201,8 @@ ModelBuilder::ElementInfo const& ModelBuilder::lookup(char const* localName, cha
         info->sym = appSym(name);
     } else if (m == Module::Core && name == "CityModel") {
         info->sym = Sym::CityModel;
-    } else if (m == Module::Gen && (info->sym = genSym(name, info->attributeType)) != Sym::None) {
-        // generic attribute parts
+    } else if (m == Module::Gen && genSym(name, info->attributeType) != Sym::None) {
+        info->sym = genSym(name, info->attributeType);
     } else if (m == Module::Dem && name == "lod") {
         info->sym = Sym::DemLod;
     } else if ((info->objectType = Vocabulary::cityObjectType(m, name)) !=
@@ -208,8 +210,6 @@ ModelBuilder::ElementInfo const& ModelBuilder::lookup(char const* localName, cha
         info->sym = Sym::CityObject;
         info->internedTag = Vocabulary::internTag(info->tag);
     }
-    if (m == Module::App && name == "TexCoordList")
-        info->sym = Sym::None;
     ElementInfo const& ref = *info;
     m_infos[key] = std::move(info);
     return ref;

@@ -762,7 +762,7 @@ bool ModelBuilder::startPolygon(ElementInfo const& info, std::string id) {
     } else if (m_geometries.empty()) {
         return false;
     }
-    m_polygon = std::make_shared<Polygon>(std::move(id));
+    m_polygon = std::allocate_shared<Polygon>(ArenaAllocator<Polygon>(m_arena), std::move(id));
     return true;
 }
 

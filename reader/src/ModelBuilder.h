@@ -1,6 +1,7 @@
 #pragma once
 
 #include "IdTable.h"
+#include "ObjectArena.h"
 #include "SaxHandler.h"
 #include "Vocabulary.h"
 
@@ -93,6 +94,7 @@ private:
     std::shared_ptr<CityGMLLogger> m_logger;
     std::shared_ptr<CityModel> m_model;
     std::shared_ptr<PathIndex> m_pathIndex;
+    std::shared_ptr<ObjectArena> m_arena = std::make_shared<ObjectArena>();
 
     std::unordered_map<Key, std::unique_ptr<ElementInfo>, KeyHash> m_infos;
     std::vector<Frame> m_frames;

@@ -49,7 +49,8 @@ void ModelBuilder::endRing() {
         warn("polygon '" + m_polygon->getId() + "' has a second exterior ring; it is ignored");
         return;
     }
-    auto ring = std::make_shared<LinearRing>(std::move(m_ringId), m_ringExterior);
+    auto ring = std::allocate_shared<LinearRing>(ArenaAllocator<LinearRing>(m_arena),
+                                                 std::move(m_ringId), m_ringExterior);
     ring->m_vertices.assign(m_ringVertices.begin(), m_ringVertices.end());
     if (m_ringExterior)
         m_polygon->m_exterior = std::move(ring);

@@ -5,8 +5,9 @@
 namespace citygml {
 
 namespace {
-constexpr std::size_t kBlockSize = 1 << 20;
-}
+// Under the allocator's mmap threshold, so blocks come from the heap without page faults.
+constexpr std::size_t kBlockSize = 64 << 10;
+} // namespace
 
 void* ObjectArena::allocate(std::size_t bytes, std::size_t alignment) {
     auto pad = [&] {
@@ -15,7 +16,8 @@ void* ObjectArena::allocate(std::size_t bytes, std::size_t alignment) {
     };
     if (!m_next || pad() + bytes > m_left) {
         std::size_t size = bytes + alignment > kBlockSize ? bytes + alignment : kBlockSize;
-        m_blocks.push_back(std::make_unique<unsigned char[]>(size));
+        // Left uninitialised: every object is constructed in place.
+        m_blocks.emplace_back(new unsigned char[size]);
         m_next = m_blocks.back().get();
         m_left = size;
     }

@@ -3,6 +3,6 @@
 namespace citygml {
 
 Appearance::Appearance(std::string id, std::string typeName)
-    : Object(std::move(id)), m_type(std::move(typeName)) {}
+    : OwnedId(std::move(id)), Object(m_ownedId), m_type(std::move(typeName)) {}
 
 } // namespace citygml

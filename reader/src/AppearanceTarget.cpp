@@ -4,7 +4,7 @@
 
 namespace citygml {
 
-AppearanceTarget::AppearanceTarget(std::string id) : Object(std::move(id)) {}
+AppearanceTarget::AppearanceTarget(std::string_view id) : Object(id) {}
 
 std::vector<std::string> AppearanceTarget::getAllTextureThemes(bool front) const {
     std::vector<std::string> out;

@@ -1,15 +1,18 @@
+#include "ObjectArena.h"
+#include "PathIndex.h"
+
 #include <citygml/CityModel.h>
 
 namespace citygml {
 
-CityModel::CityModel() : FeatureObject(std::string()) {}
+CityModel::CityModel()
+    : OwnedId(std::string()), FeatureObject(std::string_view()),
+      m_arena(std::make_shared<ObjectArena>()), m_index(std::make_unique<PathIndex>(this)) {}
+
+CityModel::~CityModel() = default;
 
 std::vector<CityObject const*> CityModel::getRootCityObjects() const {
-    std::vector<CityObject const*> out;
-    out.reserve(m_roots.size());
-    for (auto const& r : m_roots)
-        out.push_back(r.get());
-    return out;
+    return {m_roots.begin(), m_roots.end()};
 }
 
 } // namespace citygml

@@ -2,7 +2,7 @@
 
 namespace citygml {
 
-CityObject::CityObject(std::string id, CityObjectsType type, std::string const* tag)
-    : FeatureObject(std::move(id)), m_type(type), m_tag(tag) {}
+CityObject::CityObject(std::string_view id, CityObjectsType type, std::string const* tag)
+    : FeatureObject(id), m_type(type), m_tag(tag) {}
 
 } // namespace citygml

@@ -2,8 +2,8 @@
 
 namespace citygml {
 
-Envelope::Envelope(TVec3d lower, TVec3d upper, std::string srsName)
-    : m_lower(lower), m_upper(upper), m_srsName(std::move(srsName)), m_hasLower(true),
+Envelope::Envelope(TVec3d lower, TVec3d upper, std::string_view srsName)
+    : m_lower(lower), m_upper(upper), m_srsName(srsName), m_hasLower(true),
       m_hasUpper(true) {}
 
 bool Envelope::validBounds() const {

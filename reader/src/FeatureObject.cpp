@@ -2,6 +2,6 @@
 
 namespace citygml {
 
-FeatureObject::FeatureObject(std::string id) : Object(std::move(id)) {}
+FeatureObject::FeatureObject(std::string_view id) : Object(id) {}
 
 } // namespace citygml

@@ -2,14 +2,14 @@
 
 namespace citygml {
 
-std::string HierarchyTracker::getNodeStackPath(std::string const& id,
+std::string HierarchyTracker::getNodeStackPath(std::string_view id,
                                                std::shared_ptr<CityGMLLogger>) const {
     if (id == trackedId())
-        return m_path;
+        return std::string(m_path);
     if (!m_index)
         return {};
     HierarchyTracker const* other = m_index->find(id);
-    return other ? other->m_path : std::string();
+    return other ? std::string(other->m_path) : std::string();
 }
 
 } // namespace citygml

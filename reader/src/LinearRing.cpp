@@ -2,7 +2,8 @@
 
 namespace citygml {
 
-LinearRing::LinearRing(std::string id, bool exterior)
-    : Object(std::move(id)), m_exterior(exterior) {}
+LinearRing::LinearRing(std::string_view id, bool exterior, TVec3d const* vertices,
+                       std::size_t count)
+    : Object(id), m_vertices(vertices), m_count(count), m_exterior(exterior) {}
 
 } // namespace citygml

@@ -153,8 +153,7 @@ bool parseScalar(std::string_view text, float& out) {
 ModelBuilder::ModelBuilder(ParserParams const& params, std::shared_ptr<TesselatorBase> tesselator,
                            std::shared_ptr<CityGMLLogger> logger)
     : m_params(params), m_tesselator(std::move(tesselator)), m_logger(std::move(logger)),
-      m_model(std::make_shared<CityModel>()),
-      m_pathIndex(std::make_shared<PathIndex>(m_model.get())) {
+      m_model(std::make_shared<CityModel>()), m_store(*m_model->m_arena) {
     m_frames.reserve(64);
 }
 
@@ -223,6 +222,10 @@ std::string ModelBuilder::newId() {
     return "__kolt_ " + std::to_string(counter.fetch_add(1, std::memory_order_relaxed));
 }
 
+std::string_view ModelBuilder::modelId(std::string_view documentId) {
+    return m_store.copy(documentId.empty() ? std::string_view(newId()) : documentId);
+}
+
 void ModelBuilder::warn(std::string const& message) const {
     if (m_logger && m_logger->isEnabledFor(CityGMLLogger::LOGLEVEL::LL_WARNING))
         m_logger->log(CityGMLLogger::LOGLEVEL::LL_WARNING, message);
@@ -288,11 +291,13 @@ void ModelBuilder::startElement(char const* localName, char const* prefix, char 
     frame.pathEnd = m_path.size();
 
     XmlAttribute const* srs = isGml(uri) ? find(attributes, count, "srsName", 0) : nullptr;
-    if (srs && info.sym != Sym::Envelope && m_documentSrsName.empty())
-        m_documentSrsName = std::string(value(*srs));
-    if (srs && info.sym != Sym::Envelope && !m_objects.empty() &&
-        m_objects.back().firstSrsName.empty())
-        m_objects.back().firstSrsName = std::string(value(*srs));
+    std::string_view srsName = srs ? m_store.copy(value(*srs)) : std::string_view();
+    if (!srsName.empty() && info.sym != Sym::Envelope) {
+        if (m_documentSrsName.empty())
+            m_documentSrsName = srsName;
+        if (!m_objects.empty() && m_objects.back().firstSrsName.empty())
+            m_objects.back().firstSrsName = srsName;
+    }
 
     Sym parentSym = m_frames.empty() ? Sym::None : m_frames.back().sym;
     std::size_t depth = m_frames.size();
@@ -307,24 +312,25 @@ void ModelBuilder::startElement(char const* localName, char const* prefix, char 
     m_frames.push_back(frame);
     Frame& f = m_frames.back();
 
-    auto idOrNew = [&] { return docId.empty() ? newId() : std::string(docId); };
 
     switch (f.sym) {
     case Sym::CityModel:
-        if (!docId.empty())
-            m_model->m_id = std::string(docId);
+        if (!docId.empty()) {
+            m_model->m_ownedId = std::string(docId);
+            m_model->m_id = m_model->m_ownedId;
+        }
         m_model->m_coreNamespace = info.uri;
         m_model->m_version = info.ns.version;
         break;
     case Sym::CityObject:
-        startCityObject(info, idOrNew());
+        startCityObject(info, modelId(docId));
         break;
     case Sym::Geometry:
-        if (m_polygon || !startGeometry(info, idOrNew(), srs ? value(*srs) : std::string_view()))
+        if (m_polygon || !startGeometry(info, modelId(docId), srsName))
             m_skipDepth = 1;
         break;
     case Sym::Polygon:
-        if (m_polygon || !startPolygon(info, idOrNew()))
+        if (m_polygon || !startPolygon(info, modelId(docId)))
             m_skipDepth = 1;
         break;
     case Sym::LinearRing:
@@ -332,7 +338,7 @@ void ModelBuilder::startElement(char const* localName, char const* prefix, char 
             m_inRing = true;
             m_ringExterior = parentSym == Sym::Exterior;
             m_ringBad = false;
-            m_ringId = idOrNew();
+            m_ringId = modelId(docId);
             m_ringVertices.clear();
             f.sym = Sym::LinearRing;
         } else {
@@ -365,7 +371,7 @@ void ModelBuilder::startElement(char const* localName, char const* prefix, char 
         break;
     case Sym::Envelope:
         if (m_envelopeOwner && srs)
-            m_envelopeOwner->m_envelope.m_srsName = std::string(value(*srs));
+            m_envelopeOwner->m_envelope.m_srsName = srsName;
         break;
     case Sym::LowerCorner:
     case Sym::UpperCorner:
@@ -407,7 +413,7 @@ void ModelBuilder::startElement(char const* localName, char const* prefix, char 
     case Sym::ParameterizedTexture:
     case Sym::GeoreferencedTexture: {
         SurfaceData sd;
-        std::string id = idOrNew();
+        std::string id = docId.empty() ? newId() : std::string(docId);
         if (info.sym == Sym::X3DMaterial)
             sd.material = std::make_shared<Material>(id);
         else
@@ -484,7 +490,7 @@ void ModelBuilder::startElement(char const* localName, char const* prefix, char 
             std::string_view id = stripHash(value(*href));
             m_sharedRefs.push_back({g, g->m_polygons.size(), m_sharedRefIds.size(), id.size()});
             m_sharedRefIds.append(id);
-            g->m_polygons.emplace_back();
+            g->m_polygons.push_back(m_store, nullptr);
         }
 }
 
@@ -507,13 +513,13 @@ void ModelBuilder::endElement() {
     case Sym::CityObject:
         if (!m_objects.empty() && m_objects.back().frame == depth) {
             // Without an srsName of its own, the envelope takes the first one met inside.
-            ObjectFrame done = std::move(m_objects.back());
+            ObjectFrame done = m_objects.back();
             m_objects.pop_back();
             Envelope& e = done.object->m_envelope;
             if (e.m_srsName.empty())
                 e.m_srsName = done.firstSrsName;
             if (!m_objects.empty() && m_objects.back().firstSrsName.empty())
-                m_objects.back().firstSrsName = std::move(done.firstSrsName);
+                m_objects.back().firstSrsName = done.firstSrsName;
         }
         break;
     case Sym::Geometry:
@@ -676,7 +682,8 @@ void ModelBuilder::endElement() {
                 break;
             }
             if (!ok)
-                warn("material '" + app->getId() + "' has an unreadable " + f.info->localName);
+                warn("material '" + std::string(app->getId()) + "' has an unreadable " +
+                     f.info->localName);
         }
         break;
     }
@@ -686,7 +693,7 @@ void ModelBuilder::endElement() {
     m_frames.pop_back();
 }
 
-void ModelBuilder::startCityObject(ElementInfo const& info, std::string id) {
+void ModelBuilder::startCityObject(ElementInfo const& info, std::string_view id) {
     std::string const* tag = info.internedTag;
     auto type = info.objectType;
     if (!tag) {
@@ -694,29 +701,31 @@ void ModelBuilder::startCityObject(ElementInfo const& info, std::string id) {
         tag = &m_model->m_extraTags.back();
         type = CityObject::CityObjectsType::COT_Other;
     }
-    auto object = std::make_unique<CityObject>(std::move(id), type, tag);
-    CityObject* raw = object.get();
+    CityObject* object = m_store.create<CityObject>(id, type, tag);
     std::size_t depth = m_frames.size() - 1;
     Frame const& f = m_frames.back();
+    std::string_view path(m_path);
     if (m_objects.empty()) {
-        raw->m_path = m_path.substr(f.pathStart);
-        m_model->m_roots.push_back(std::move(object));
+        object->m_path = m_store.copy(path.substr(f.pathStart));
+        m_model->m_roots.push_back(object);
     } else {
         ObjectFrame const& parent = m_objects.back();
-        raw->m_path = m_path.substr(m_frames[parent.frame].pathEnd);
-        parent.object->m_children.push_back(std::move(object));
+        object->m_path = m_store.copy(path.substr(m_frames[parent.frame].pathEnd));
+        parent.object->m_children.push_back(m_store, object);
     }
-    raw->m_index = m_pathIndex;
-    m_objects.push_back({raw, depth, -1, {}});
+    object->m_index = m_model->m_index.get();
+    m_objects.push_back({object, depth, -1, {}});
 }
 
-bool ModelBuilder::startGeometry(ElementInfo const& info, std::string id, std::string_view srs) {
+bool ModelBuilder::startGeometry(ElementInfo const& info, std::string_view id,
+                                 std::string_view srs) {
     std::size_t depth = m_frames.size() - 1;
     bool underObject = !m_objects.empty() && (m_geometries.empty() ||
                                               m_objects.back().frame > m_geometries.back().second);
     if (!underObject && m_geometries.empty())
         return false;
-    std::unique_ptr<Geometry> geometry;
+    Geometry* geometry = nullptr;
+    std::string_view path(m_path);
     if (underObject) {
         ObjectFrame const& owner = m_objects.back();
         int lod = -1;
@@ -727,42 +736,39 @@ bool ModelBuilder::startGeometry(ElementInfo const& info, std::string id, std::s
         if (static_cast<unsigned>(lod) < m_params.minLOD ||
             static_cast<unsigned>(lod) > m_params.maxLOD)
             return false;
-        geometry = std::make_unique<Geometry>(std::move(id), info.geometryType,
-                                              static_cast<unsigned>(lod));
-        geometry->m_path = m_path.substr(m_frames[owner.frame].pathEnd);
+        geometry = m_store.create<Geometry>(id, info.geometryType, static_cast<unsigned>(lod),
+                                            &m_store);
+        geometry->m_path = m_store.copy(path.substr(m_frames[owner.frame].pathEnd));
+        m_objects.back().object->m_geometries.push_back(m_store, geometry);
     } else {
         Geometry* parent = m_geometries.back().first;
-        geometry = std::make_unique<Geometry>(std::move(id), info.geometryType, parent->m_lod);
-        geometry->m_path = m_path.substr(m_frames.back().pathStart);
+        geometry = m_store.create<Geometry>(id, info.geometryType, parent->m_lod, &m_store);
+        geometry->m_path = m_store.copy(path.substr(m_frames.back().pathStart));
         geometry->m_srsName = parent->m_srsName;
+        parent->m_children.push_back(m_store, geometry);
     }
     geometry->m_tag = info.internedTag;
     if (!srs.empty())
-        geometry->m_srsName = std::string(srs);
-    geometry->m_index = m_pathIndex;
-    Geometry* raw = geometry.get();
-    if (underObject)
-        m_objects.back().object->m_geometries.push_back(std::move(geometry));
-    else
-        m_geometries.back().first->m_children.push_back(std::move(geometry));
-    m_geometries.emplace_back(raw, depth);
+        geometry->m_srsName = srs;
+    geometry->m_index = m_model->m_index.get();
+    m_geometries.emplace_back(geometry, depth);
     return true;
 }
 
-bool ModelBuilder::startPolygon(ElementInfo const& info, std::string id) {
+bool ModelBuilder::startPolygon(ElementInfo const& info, std::string_view id) {
     bool underObject = !m_objects.empty() && (m_geometries.empty() ||
                                               m_objects.back().frame > m_geometries.back().second);
     if (underObject) {
         // A polygon that a feature property holds directly becomes a geometry of its own.
         ElementInfo wrapper = info;
         wrapper.geometryType = Geometry::GeometryType::GT_Polygon;
-        if (!startGeometry(wrapper, newId(), {}))
+        if (!startGeometry(wrapper, modelId({}), {}))
             return false;
         m_frames.back().ownsWrapper = true;
     } else if (m_geometries.empty()) {
         return false;
     }
-    m_polygon = std::allocate_shared<Polygon>(ArenaAllocator<Polygon>(m_arena), std::move(id));
+    m_polygon = m_store.create<Polygon>(id, &m_store);
     return true;
 }
 

@@ -62,13 +62,15 @@ private:
 
     ElementInfo const& lookup(char const* localName, char const* prefix, char const* uri);
     std::string newId();
+    // The document's id kept in the model, or a generated one when there is none.
+    std::string_view modelId(std::string_view documentId);
     void warn(std::string const& message) const;
     void startText(std::size_t depth);
     bool takeText(std::size_t depth, std::string_view& out);
 
-    void startCityObject(ElementInfo const& info, std::string id);
-    bool startGeometry(ElementInfo const& info, std::string id, std::string_view srsName);
-    bool startPolygon(ElementInfo const& info, std::string id);
+    void startCityObject(ElementInfo const& info, std::string_view id);
+    bool startGeometry(ElementInfo const& info, std::string_view id, std::string_view srsName);
+    bool startPolygon(ElementInfo const& info, std::string_view id);
     void endPolygon();
     void endRing();
     void addRingCoordinates(std::string_view text, int dimension, int tupleDimension);
@@ -93,8 +95,8 @@ private:
     std::shared_ptr<TesselatorBase> m_tesselator;
     std::shared_ptr<CityGMLLogger> m_logger;
     std::shared_ptr<CityModel> m_model;
-    std::shared_ptr<PathIndex> m_pathIndex;
-    std::shared_ptr<ObjectArena> m_arena = std::make_shared<ObjectArena>();
+    // The model's storage, where every object, id and vertex read goes.
+    ObjectArena& m_store;
 
     std::unordered_map<Key, std::unique_ptr<ElementInfo>, KeyHash> m_infos;
     std::vector<Frame> m_frames;
@@ -108,11 +110,11 @@ private:
 
     std::vector<ObjectFrame> m_objects;
     std::vector<std::pair<Geometry*, std::size_t>> m_geometries; // with frame index
-    std::shared_ptr<Polygon> m_polygon;
+    Polygon* m_polygon = nullptr;
     bool m_inRing = false;
     bool m_ringExterior = false;
     bool m_ringBad = false;
-    std::string m_ringId;
+    std::string_view m_ringId;
     std::vector<TVec3d> m_ringVertices;
     FeatureObject* m_envelopeOwner = nullptr;
     int m_envelopeCorner = 0;
@@ -129,12 +131,11 @@ private:
     std::unique_ptr<PendingTarget> m_pending;
     std::vector<ThemeLink> m_themeLinks;
 
-    // Shared pointers of the polygons stay owned by their geometries; the table borrows them.
-    IdTable<std::shared_ptr<Polygon> const> m_polygonsById;
+    IdTable<Polygon> m_polygonsById;
     IdTable<Geometry> m_geometriesById;
     std::vector<SharedPolygonRef> m_sharedRefs;
     std::string m_sharedRefIds;
-    std::string m_documentSrsName;
+    std::string_view m_documentSrsName;
     std::size_t m_polygonCount = 0;
 };
 

@@ -36,53 +36,55 @@ void ModelBuilder::addRingCoordinates(std::string_view text, int dimension, int 
 void ModelBuilder::endRing() {
     m_inRing = false;
     if (m_ringBad) {
-        warn("ring '" + m_ringId + "' has unreadable coordinates and is dropped");
+        warn("ring '" + std::string(m_ringId) + "' has unreadable coordinates and is dropped");
         return;
     }
     if (!m_ringVertices.empty() && m_ringVertices.back() != m_ringVertices.front())
         m_ringVertices.push_back(m_ringVertices.front());
     if (m_ringVertices.size() < 4) {
-        warn("ring '" + m_ringId + "' has fewer than 4 positions and is dropped");
+        warn("ring '" + std::string(m_ringId) + "' has fewer than 4 positions and is dropped");
         return;
     }
     if (m_ringExterior && m_polygon->m_exterior) {
-        warn("polygon '" + m_polygon->getId() + "' has a second exterior ring; it is ignored");
+        warn("polygon '" + std::string(m_polygon->getId()) +
+             "' has a second exterior ring; it is ignored");
         return;
     }
-    auto ring = std::allocate_shared<LinearRing>(ArenaAllocator<LinearRing>(m_arena),
-                                                 std::move(m_ringId), m_ringExterior);
-    ring->m_vertices.assign(m_ringVertices.begin(), m_ringVertices.end());
+    TVec3d* vertices = m_store.array<TVec3d>(m_ringVertices.size());
+    std::copy(m_ringVertices.begin(), m_ringVertices.end(), vertices);
+    auto* ring = m_store.create<LinearRing>(m_ringId, m_ringExterior, vertices,
+                                            m_ringVertices.size());
     if (m_ringExterior)
-        m_polygon->m_exterior = std::move(ring);
+        m_polygon->m_exterior = ring;
     else
-        m_polygon->m_interior.push_back(std::move(ring));
-    m_ringId.clear();
+        m_polygon->m_interior.push_back(m_store, ring);
+    m_ringId = {};
 }
 
 void ModelBuilder::endPolygon() {
-    std::shared_ptr<Polygon> polygon = std::move(m_polygon);
-    m_polygon.reset();
+    Polygon* polygon = m_polygon;
+    m_polygon = nullptr;
     m_inRing = false;
     if (!polygon->m_exterior) {
-        warn("polygon '" + polygon->getId() + "' has no usable exterior ring and is dropped");
+        warn("polygon '" + std::string(polygon->getId()) +
+             "' has no usable exterior ring and is dropped");
         return;
     }
     if (m_params.tesselate && m_tesselator) {
         std::vector<TVec3d> vertices;
         std::vector<unsigned int> sizes;
         auto add = [&](LinearRing const& r) {
-            auto const& v = r.getVertices();
-            vertices.insert(vertices.end(), v.begin(), v.end() - 1);
-            sizes.push_back(static_cast<unsigned int>(v.size() - 1));
+            vertices.insert(vertices.end(), r.vertexData(), r.vertexData() + r.vertexCount() - 1);
+            sizes.push_back(static_cast<unsigned int>(r.vertexCount() - 1));
         };
         add(*polygon->m_exterior);
-        for (auto const& r : polygon->m_interior)
+        for (LinearRing const* r : polygon->m_interior)
             add(*r);
         polygon->m_indices = m_tesselator->triangulate(vertices, sizes);
     }
     ++m_polygonCount;
     if (!m_geometries.empty())
-        m_geometries.back().first->m_polygons.push_back(std::move(polygon));
+        m_geometries.back().first->m_polygons.push_back(m_store, polygon);
 }
 
 void ModelBuilder::endEnvelopePosition(Sym sym, std::string_view text) {
@@ -173,8 +175,8 @@ std::string_view ModelBuilder::stripHashText(std::string_view s) {
 void ModelBuilder::resolveSharedPolygons() {
     for (auto& ref : m_sharedRefs) {
         std::string_view id(m_sharedRefIds.data() + ref.idOffset, ref.idLength);
-        if (auto const* polygon = m_polygonsById.find(id))
-            ref.geometry->m_polygons[ref.slot] = *polygon;
+        if (Polygon* polygon = m_polygonsById.find(id))
+            ref.geometry->m_polygons[ref.slot] = polygon;
         else
             warn("shared polygon '" + std::string(id) + "' is not in the document");
     }
@@ -188,8 +190,7 @@ void ModelBuilder::dropUnresolvedSlots() {
     std::sort(touched.begin(), touched.end());
     touched.erase(std::unique(touched.begin(), touched.end()), touched.end());
     for (Geometry* g : touched)
-        g->m_polygons.erase(std::remove(g->m_polygons.begin(), g->m_polygons.end(), nullptr),
-                            g->m_polygons.end());
+        g->m_polygons.removeNulls();
 }
 
 void ModelBuilder::assign(AppearanceTarget& target, std::string const& theme, bool front,
@@ -207,10 +208,10 @@ void ModelBuilder::assignToGeometry(Geometry& g, std::string const& theme, bool 
                                     std::shared_ptr<MaterialTargetDefinition> const& material) {
     assign(g, theme, front, texture, material);
     // Slots of unresolved shared polygons are still empty here.
-    for (auto const& p : g.m_polygons)
+    for (Polygon* p : g.m_polygons)
         if (p)
             assign(*p, theme, front, texture, material);
-    for (auto const& c : g.m_children)
+    for (Geometry* c : g.m_children)
         assignToGeometry(*c, theme, front, texture, material);
 }
 
@@ -263,8 +264,8 @@ void ModelBuilder::resolveAppearances() {
                              std::shared_ptr<TextureTargetDefinition> const& tex, bool material,
                              std::size_t index) {
                 if (pass == 0) {
-                    if (auto const* p = m_polygonsById.find(target))
-                        assign(**p, *link.theme, front, tex,
+                    if (Polygon* p = m_polygonsById.find(target))
+                        assign(*p, *link.theme, front, tex,
                                material ? materialDef(sd, index) : nullptr);
                     return;
                 }
@@ -295,19 +296,19 @@ void ModelBuilder::indexTargets() {
     auto addGeometry = [&](auto& self, Geometry& g) -> void {
         if (targets && !g.hasGeneratedId())
             m_geometriesById.insert(g.getId(), &g);
-        for (auto const& p : g.m_polygons)
+        for (Polygon* p : g.m_polygons)
             if (p && !p->hasGeneratedId())
-                m_polygonsById.insert(p->getId(), &p);
-        for (auto const& c : g.m_children)
+                m_polygonsById.insert(p->getId(), p);
+        for (Geometry* c : g.m_children)
             self(self, *c);
     };
     auto addObject = [&](auto& self, CityObject& o) -> void {
-        for (auto const& c : o.m_children)
+        for (CityObject* c : o.m_children)
             self(self, *c);
-        for (auto const& g : o.m_geometries)
+        for (Geometry* g : o.m_geometries)
             addGeometry(addGeometry, *g);
     };
-    for (auto const& r : m_model->m_roots)
+    for (CityObject* r : m_model->m_roots)
         addObject(addObject, *r);
 }
 

@@ -93,7 +93,7 @@ struct ModelBuilder::ObjectFrame {
     CityObject* object;
     std::size_t frame;
     int reliefLod;
-    std::string firstSrsName;
+    std::string_view firstSrsName;
 };
 
 struct ModelBuilder::SurfaceData {

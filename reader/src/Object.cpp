@@ -2,8 +2,6 @@
 
 namespace citygml {
 
-Object::Object(std::string id) : m_id(std::move(id)) {}
-
 AttributeValue const* Object::getAttribute(std::string const& name) const {
     auto it = m_attributes.find(name);
     return it == m_attributes.end() ? nullptr : &it->second;

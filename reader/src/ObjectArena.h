@@ -1,45 +1,70 @@
 #pragma once
 
+#include <citygml/TVec3.h>
+
 #include <cstddef>
 #include <memory>
+#include <new>
+#include <string_view>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace citygml {
 
-// Bump storage for the millions of polygons and rings of one model. Nothing is returned to it
-// one by one: the blocks go all at once when the last object made in it is gone, which spares
-// the allocator the long, scattered free of a model's teardown.
-class ObjectArena {
+// Storage for everything one model holds many of: city objects, geometries, polygons, rings,
+// their vertices, ids and paths. Objects are placed one after another in large blocks and
+// destroyed together, in the order they were made, when the last owner lets go; a model's
+// teardown is then a walk through a few large blocks instead of millions of scattered frees.
+// Shared pointers to objects inside alias the arena's own count (see share()).
+class ObjectArena : public std::enable_shared_from_this<ObjectArena> {
 public:
+    ObjectArena() = default;
+    ~ObjectArena();
+    ObjectArena(ObjectArena const&) = delete;
+    ObjectArena& operator=(ObjectArena const&) = delete;
+
     void* allocate(std::size_t bytes, std::size_t alignment);
 
+    template <class T, class... Args> T* create(Args&&... args) {
+        T* object = new (allocate(sizeof(T), alignof(T))) T(std::forward<Args>(args)...);
+        if constexpr (!std::is_trivially_destructible_v<T>) {
+            try {
+                m_destructors.push_back({object, [](void* p) { static_cast<T*>(p)->~T(); }});
+            } catch (...) {
+                object->~T();
+                throw;
+            }
+        }
+        return object;
+    }
+
+    // Uninitialised room for `count` values of a trivial type.
+    template <class T> T* array(std::size_t count) {
+        static_assert(std::is_trivially_copyable_v<T> && std::is_trivially_destructible_v<T>);
+        return static_cast<T*>(allocate(count * sizeof(T), alignof(T)));
+    }
+
+    // A copy of `text` that lives as long as the arena.
+    std::string_view copy(std::string_view text);
+
+    // A shared pointer to an object inside that keeps the whole arena alive.
+    template <class T> std::shared_ptr<T> share(T* object) const {
+        if (!object)
+            return nullptr;
+        return std::shared_ptr<T>(shared_from_this(), object);
+    }
+
 private:
+    struct Destructor {
+        void* object;
+        void (*destroy)(void*);
+    };
     std::vector<std::unique_ptr<unsigned char[]>> m_blocks;
+    std::vector<Destructor> m_destructors;
     unsigned char* m_next = nullptr;
     std::size_t m_left = 0;
-};
-
-// Allocator for std::allocate_shared; every control block keeps the arena alive.
-template <class T> class ArenaAllocator {
-public:
-    using value_type = T;
-
-    explicit ArenaAllocator(std::shared_ptr<ObjectArena> arena) : m_arena(std::move(arena)) {}
-    template <class U> ArenaAllocator(ArenaAllocator<U> const& o) : m_arena(o.m_arena) {}
-
-    T* allocate(std::size_t n) {
-        return static_cast<T*>(m_arena->allocate(n * sizeof(T), alignof(T)));
-    }
-    void deallocate(T*, std::size_t) noexcept {}
-
-    template <class U> bool operator==(ArenaAllocator<U> const& o) const {
-        return m_arena == o.m_arena;
-    }
-    template <class U> bool operator!=(ArenaAllocator<U> const& o) const { return !(*this == o); }
-
-private:
-    template <class U> friend class ArenaAllocator;
-    std::shared_ptr<ObjectArena> m_arena;
+    std::size_t m_blockSize = 64 << 10;
 };
 
 } // namespace citygml

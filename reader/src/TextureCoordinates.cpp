@@ -3,6 +3,6 @@
 namespace citygml {
 
 TextureCoordinates::TextureCoordinates(std::string id, std::string targetRingId)
-    : Object(std::move(id)), m_targetRingId(std::move(targetRingId)) {}
+    : OwnedId(std::move(id)), Object(m_ownedId), m_targetRingId(std::move(targetRingId)) {}
 
 } // namespace citygml

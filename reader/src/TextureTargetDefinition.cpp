@@ -7,8 +7,8 @@ TextureTargetDefinition::TextureTargetDefinition(std::string targetId,
     : AppearanceTargetDefinition<Texture>(std::move(targetId), std::move(texture), std::move(id)) {}
 
 std::shared_ptr<TextureCoordinates>
-TextureTargetDefinition::getTextureCoordinatesForID(std::string const& ringId) const {
-    std::string_view want(ringId);
+TextureTargetDefinition::getTextureCoordinatesForID(std::string_view ringId) const {
+    std::string_view want = ringId;
     if (!want.empty() && want.front() == '#')
         want.remove_prefix(1);
     for (auto const& c : m_coords) {

@@ -19,7 +19,7 @@ namespace {
 std::wstring const SpatialReferenceKey = L"/georef/spatialReference";
 
 // The parser's path of an object or geometry, in schema spelling.
-std::wstring normalizedPath(citygml::HierarchyTracker const& tracker, std::string const& id) {
+std::wstring normalizedPath(citygml::HierarchyTracker const& tracker, std::string_view id) {
     return normalizeNodePath(toWide(tracker.getNodeStackPath(id, nullptr)));
 }
 
@@ -135,13 +135,13 @@ bool CityGMLDecoder::decodeGeometry(koltx::GeometryBuilder& builder,
     std::size_t faces = 0;
     std::size_t corners = 0;
     for (unsigned int i = 0; i < polygonCount; ++i) {
-        auto const polygon = geometry.getPolygon(i);
-        if (!polygon || !polygon->exteriorRing())
+        citygml::Polygon const& polygon = geometry.polygon(i);
+        if (!polygon.exterior())
             continue;
-        faces += 1 + polygon->interiorRings().size();
-        corners += polygon->exteriorRing()->getVertices().size();
-        for (auto const& interior : polygon->interiorRings())
-            corners += interior ? interior->getVertices().size() : 0;
+        faces += 1 + polygon.interiors().size();
+        corners += polygon.exterior()->vertexCount();
+        for (citygml::LinearRing const* interior : polygon.interiors())
+            corners += interior->vertexCount();
     }
     meshBuilder.reserve(corners, faces, corners);
     for (unsigned int i = 0; i < polygonCount; ++i)

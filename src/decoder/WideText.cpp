@@ -2,7 +2,8 @@
 
 #include <kolt/StringUtils.h>
 
-std::wstring toWide(std::string const& text) {
+std::wstring toWide(std::string_view view) {
+    std::string const text(view); // the conversion reads up to a terminator
     // UTF-16 never needs more units than UTF-8 has bytes; one more holds the terminator, so the
     // second call below is only a safeguard.
     std::wstring buffer(text.size() + 1, L'\0');

@@ -8,7 +8,7 @@
 namespace citygml {
 
 // Surface data of an app:Appearance: a material or a texture, in one or more themes.
-class Appearance : public Object {
+class Appearance : private OwnedId, public Object {
 public:
     Appearance(std::string id, std::string typeName);
 

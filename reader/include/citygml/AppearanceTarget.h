@@ -15,7 +15,7 @@ namespace citygml {
 // assignment in document order wins.
 class AppearanceTarget : public Object {
 public:
-    explicit AppearanceTarget(std::string id);
+    explicit AppearanceTarget(std::string_view id);
 
     // Themes in the order they were first assigned.
     std::vector<std::string> getAllTextureThemes(bool front) const;

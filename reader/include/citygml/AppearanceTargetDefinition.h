@@ -8,10 +8,10 @@
 namespace citygml {
 
 // Ties an appearance to one target (polygon or geometry) by the target's id.
-template <class T> class AppearanceTargetDefinition : public Object {
+template <class T> class AppearanceTargetDefinition : private OwnedId, public Object {
 public:
     AppearanceTargetDefinition(std::string targetId, std::shared_ptr<T> appearance, std::string id)
-        : Object(std::move(id)), m_targetId(std::move(targetId)),
+        : OwnedId(std::move(id)), Object(m_ownedId), m_targetId(std::move(targetId)),
           m_appearance(std::move(appearance)) {}
 
     std::shared_ptr<T> getAppearance() const { return m_appearance; }

@@ -10,10 +10,15 @@
 
 namespace citygml {
 
-// The whole document: root city objects in document order plus the model's own envelope.
-class CityModel : public FeatureObject {
+class ObjectArena;
+class PathIndex;
+
+// The whole document: root city objects in document order plus the model's own envelope. The
+// model owns every object, geometry, polygon and ring read from the document.
+class CityModel : private OwnedId, public FeatureObject {
 public:
     CityModel();
+    ~CityModel() override;
 
     std::vector<CityObject const*> getRootCityObjects() const;
     unsigned int getNumRootCityObjects() const { return static_cast<unsigned int>(m_roots.size()); }
@@ -28,7 +33,10 @@ public:
 
 private:
     friend class ModelBuilder;
-    std::vector<std::unique_ptr<CityObject>> m_roots;
+    // Declared first, so that it goes last: everything below may point into it.
+    std::shared_ptr<ObjectArena> m_arena;
+    std::unique_ptr<PathIndex> m_index;
+    std::vector<CityObject*> m_roots;
     std::vector<std::string> m_themes;
     std::string m_coreNamespace;
     int m_version = 0;

@@ -3,6 +3,7 @@
 #include <citygml/FeatureObject.h>
 #include <citygml/Geometry.h>
 #include <citygml/HierarchyTracker.h>
+#include <citygml/ObjectList.h>
 
 #include <memory>
 #include <string>
@@ -44,7 +45,7 @@ public:
         COT_Other
     };
 
-    CityObject(std::string id, CityObjectsType type, std::string const* tag);
+    CityObject(std::string_view id, CityObjectsType type, std::string const* tag);
 
     CityObjectsType getType() const { return m_type; }
     // Canonical tag of the element, e.g. "bldg:wallsurface".
@@ -61,14 +62,14 @@ public:
     Geometry const& getGeometry(unsigned int i) const { return *m_geometries.at(i); }
 
 protected:
-    std::string const& trackedId() const override { return getId(); }
+    std::string_view trackedId() const override { return getId(); }
 
 private:
     friend class ModelBuilder;
     CityObjectsType m_type;
     std::string const* m_tag; // points into a static table
-    std::vector<std::unique_ptr<CityObject>> m_children;
-    std::vector<std::unique_ptr<Geometry>> m_geometries;
+    ObjectList<CityObject*> m_children;
+    ObjectList<Geometry*> m_geometries;
 };
 
 } // namespace citygml

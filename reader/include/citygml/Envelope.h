@@ -2,7 +2,7 @@
 
 #include <citygml/TVec3.h>
 
-#include <string>
+#include <string_view>
 
 namespace citygml {
 
@@ -10,14 +10,15 @@ namespace citygml {
 class Envelope {
 public:
     Envelope() = default;
-    Envelope(TVec3d lower, TVec3d upper, std::string srsName);
+    // `srsName` must outlive the envelope.
+    Envelope(TVec3d lower, TVec3d upper, std::string_view srsName);
 
     TVec3d const& getLowerBound() const { return m_lower; }
     TVec3d const& getUpperBound() const { return m_upper; }
     // srsName of the gml:Envelope element. Without one, a feature's envelope takes the first
     // srsName written on a GML element inside the feature, and the model's the first one in the
     // document, so that files naming the reference system only on geometries still have one.
-    std::string const& srsName() const { return m_srsName; }
+    std::string_view srsName() const { return m_srsName; }
     // True when both corners were read and lower <= upper on every axis.
     bool validBounds() const;
 
@@ -25,7 +26,7 @@ private:
     friend class ModelBuilder;
     TVec3d m_lower;
     TVec3d m_upper;
-    std::string m_srsName;
+    std::string_view m_srsName;
     bool m_hasLower = false;
     bool m_hasUpper = false;
 };

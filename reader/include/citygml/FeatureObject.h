@@ -7,7 +7,7 @@ namespace citygml {
 
 class FeatureObject : public Object {
 public:
-    explicit FeatureObject(std::string id);
+    explicit FeatureObject(std::string_view id);
 
     Envelope const& getEnvelope() const { return m_envelope; }
 

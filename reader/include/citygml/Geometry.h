@@ -2,6 +2,7 @@
 
 #include <citygml/AppearanceTarget.h>
 #include <citygml/HierarchyTracker.h>
+#include <citygml/ObjectList.h>
 #include <citygml/Polygon.h>
 
 #include <memory>
@@ -12,6 +13,8 @@ namespace citygml {
 
 // A GML geometry aggregate (gml:Solid, gml:MultiSurface, ...). Geometries written inside it are
 // its child geometries; polygons shared through xlink:href appear in every referring geometry.
+class ObjectArena;
+
 class Geometry : public AppearanceTarget, public HierarchyTracker {
 public:
     enum class GeometryType {
@@ -34,31 +37,35 @@ public:
         GT_Polygon // a polygon that a feature property holds without an aggregate
     };
 
-    Geometry(std::string id, GeometryType type, unsigned int lod);
+    Geometry(std::string_view id, GeometryType type, unsigned int lod, ObjectArena* arena);
 
     GeometryType getType() const { return m_type; }
     // Canonical tag of the element, e.g. "gml:multisurface".
     std::string const& getTypeAsString() const { return *m_tag; }
     unsigned int getLOD() const { return m_lod; }
-    std::string const& getSRSName() const { return m_srsName; }
+    std::string_view getSRSName() const { return m_srsName; }
 
     unsigned int getPolygonsCount() const { return static_cast<unsigned int>(m_polygons.size()); }
-    std::shared_ptr<Polygon const> getPolygon(unsigned int i) const { return m_polygons.at(i); }
+    // Keeps the polygon alive on its own.
+    std::shared_ptr<Polygon const> getPolygon(unsigned int i) const;
+    // The same polygon without a shared pointer, valid as long as the geometry.
+    Polygon const& polygon(unsigned int i) const { return *m_polygons.at(i); }
 
     unsigned int getGeometriesCount() const { return static_cast<unsigned int>(m_children.size()); }
     Geometry const& getGeometry(unsigned int i) const { return *m_children.at(i); }
 
 protected:
-    std::string const& trackedId() const override { return getId(); }
+    std::string_view trackedId() const override { return getId(); }
 
 private:
     friend class ModelBuilder;
     GeometryType m_type;
     unsigned int m_lod;
     std::string const* m_tag; // points into a static table
-    std::string m_srsName;
-    std::vector<std::shared_ptr<Polygon>> m_polygons;
-    std::vector<std::unique_ptr<Geometry>> m_children;
+    ObjectArena* m_arena;
+    std::string_view m_srsName;
+    ObjectList<Polygon*> m_polygons;
+    ObjectList<Geometry*> m_children;
 };
 
 } // namespace citygml

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace citygml {
 
@@ -17,19 +18,18 @@ public:
     // Elements from the enclosing object (exclusive) down to the one with `id` (inclusive), each
     // as "tag[id]\" or "tag\"; a root object's path is its own element; a geometry nested in
     // another geometry has its own element alone. Empty for an unknown id.
-    std::string getNodeStackPath(std::string const& id,
-                                 std::shared_ptr<CityGMLLogger> logger) const;
+    std::string getNodeStackPath(std::string_view id, std::shared_ptr<CityGMLLogger> logger) const;
 
-    // This element's own path, stored once.
-    std::string const& getOwnNodeStackPath() const { return m_path; }
+    // This element's own path, stored once in the model.
+    std::string_view getOwnNodeStackPath() const { return m_path; }
 
 protected:
     friend class ModelBuilder;
-    std::string m_path;
-    // Shared by every tracker of a model; answers for ids other than this element's.
-    std::shared_ptr<PathIndex const> m_index;
+    std::string_view m_path;
+    // The model's index, which answers for ids other than this element's.
+    PathIndex const* m_index = nullptr;
     // Id the stored path belongs to (the owning object's id).
-    virtual std::string const& trackedId() const = 0;
+    virtual std::string_view trackedId() const = 0;
 };
 
 } // namespace citygml

@@ -3,6 +3,7 @@
 #include <citygml/AttributeValue.h>
 
 #include <string>
+#include <string_view>
 
 namespace citygml {
 
@@ -12,10 +13,12 @@ class ModelBuilder;
 // starts with "__kolt_" plus a character no XML name can hold, so it never collides.
 class Object {
 public:
-    explicit Object(std::string id);
     virtual ~Object() = default;
+    Object(Object const&) = delete;
+    Object& operator=(Object const&) = delete;
 
-    std::string const& getId() const { return m_id; }
+    // Valid as long as the object.
+    std::string_view getId() const { return m_id; }
     AttributesMap const& getAttributes() const { return m_attributes; }
     // Null when the attribute is absent.
     AttributeValue const* getAttribute(std::string const& name) const;
@@ -23,8 +26,20 @@ public:
 
 protected:
     friend class ModelBuilder;
-    std::string m_id;
+    // The text of `id` must outlive the object: it lives in the model's storage, or in the
+    // object itself (see OwnedId).
+    explicit Object(std::string_view id) : m_id(id) {}
+
+    std::string_view m_id;
     AttributesMap m_attributes;
+};
+
+// Keeps the id text inside objects that may outlive the model they came from (appearances and
+// their target definitions). A base listed before Object, so the text exists first.
+class OwnedId {
+protected:
+    explicit OwnedId(std::string id) : m_ownedId(std::move(id)) {}
+    std::string m_ownedId;
 };
 
 } // namespace citygml

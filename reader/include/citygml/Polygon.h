@@ -2,19 +2,27 @@
 
 #include <citygml/AppearanceTarget.h>
 #include <citygml/LinearRing.h>
+#include <citygml/ObjectList.h>
 
 #include <memory>
 #include <vector>
 
 namespace citygml {
 
+class ObjectArena;
+
 // gml:Polygon, gml:Triangle, gml:Rectangle or gml:PolygonPatch. Always has an exterior ring.
 class Polygon : public AppearanceTarget {
 public:
-    explicit Polygon(std::string id);
+    Polygon(std::string_view id, ObjectArena* arena);
 
-    std::shared_ptr<LinearRing> exteriorRing() const { return m_exterior; }
-    std::vector<std::shared_ptr<LinearRing>> const& interiorRings() const { return m_interior; }
+    // Rings stay valid while any pointer to them or to the model is held.
+    std::shared_ptr<LinearRing> exteriorRing() const;
+    std::vector<std::shared_ptr<LinearRing>> interiorRings() const;
+
+    // The rings without shared pointers, valid as long as the polygon.
+    LinearRing const* exterior() const { return m_exterior; }
+    ObjectList<LinearRing*> const& interiors() const { return m_interior; }
 
     // Triangle corner indices into the concatenated ring vertices, exterior first; filled only
     // when the load asked for tesselation and gave a tesselator.
@@ -22,8 +30,9 @@ public:
 
 private:
     friend class ModelBuilder;
-    std::shared_ptr<LinearRing> m_exterior;
-    std::vector<std::shared_ptr<LinearRing>> m_interior;
+    ObjectArena* m_arena;
+    LinearRing* m_exterior = nullptr;
+    ObjectList<LinearRing*> m_interior;
     std::vector<unsigned int> m_indices;
 };
 

@@ -9,7 +9,7 @@
 namespace citygml {
 
 // The texture coordinates of one ring, as listed in app:textureCoordinates.
-class TextureCoordinates : public Object {
+class TextureCoordinates : private OwnedId, public Object {
 public:
     TextureCoordinates(std::string id, std::string targetRingId);
 

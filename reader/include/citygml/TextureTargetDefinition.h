@@ -14,7 +14,7 @@ public:
     TextureTargetDefinition(std::string targetId, std::shared_ptr<Texture> texture, std::string id);
 
     // Coordinates for the ring with this id (with or without a leading '#'); null if none.
-    std::shared_ptr<TextureCoordinates> getTextureCoordinatesForID(std::string const& ringId) const;
+    std::shared_ptr<TextureCoordinates> getTextureCoordinatesForID(std::string_view ringId) const;
     unsigned int getTextureCoordinatesCount() const {
         return static_cast<unsigned int>(m_coords.size());
     }

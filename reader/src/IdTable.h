@@ -3,20 +3,20 @@
 #include <cstddef>
 #include <functional>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace citygml {
 
 // An open-addressing map from ids to pointers, filled once after the read: one allocation for
-// millions of polygons instead of one node each. Keys point into the objects themselves.
+// millions of polygons instead of one node each. Keys point into the model's storage. Each slot
+// keeps the key's hash, so a probe compares the text only when the hash matches.
 template <class T> class IdTable {
 public:
     void reserve(std::size_t count) {
         std::size_t size = 16;
         while (size < 2 * count)
             size *= 2;
-        m_slots.assign(size, {std::string_view(), nullptr});
+        m_slots.assign(size, Slot{});
         m_used = 0;
     }
 
@@ -24,14 +24,16 @@ public:
     void insert(std::string_view id, T* value) {
         if (2 * (m_used + 1) > m_slots.size())
             grow();
+        std::size_t hash = std::hash<std::string_view>()(id);
         std::size_t mask = m_slots.size() - 1;
-        for (std::size_t i = std::hash<std::string_view>()(id) & mask;; i = (i + 1) & mask) {
-            if (!m_slots[i].second) {
-                m_slots[i] = {id, value};
+        for (std::size_t i = hash & mask;; i = (i + 1) & mask) {
+            Slot& slot = m_slots[i];
+            if (!slot.value) {
+                slot = {hash, id, value};
                 ++m_used;
                 return;
             }
-            if (m_slots[i].first == id)
+            if (slot.hash == hash && slot.id == id)
                 return;
         }
     }
@@ -39,31 +41,39 @@ public:
     T* find(std::string_view id) const {
         if (m_slots.empty())
             return nullptr;
+        std::size_t hash = std::hash<std::string_view>()(id);
         std::size_t mask = m_slots.size() - 1;
-        for (std::size_t i = std::hash<std::string_view>()(id) & mask;; i = (i + 1) & mask) {
-            if (!m_slots[i].second)
+        for (std::size_t i = hash & mask;; i = (i + 1) & mask) {
+            Slot const& slot = m_slots[i];
+            if (!slot.value)
                 return nullptr;
-            if (m_slots[i].first == id)
-                return m_slots[i].second;
+            if (slot.hash == hash && slot.id == id)
+                return slot.value;
         }
     }
 
     void clear() {
-        std::vector<std::pair<std::string_view, T*>>().swap(m_slots);
+        std::vector<Slot>().swap(m_slots);
         m_used = 0;
     }
 
 private:
+    struct Slot {
+        std::size_t hash = 0;
+        std::string_view id;
+        T* value = nullptr;
+    };
+
     void grow() {
-        std::vector<std::pair<std::string_view, T*>> old;
+        std::vector<Slot> old;
         old.swap(m_slots);
         reserve(old.size() < 8 ? 8 : old.size());
-        for (auto const& [id, value] : old)
-            if (value)
-                insert(id, value);
+        for (Slot const& slot : old)
+            if (slot.value)
+                insert(slot.id, slot.value);
     }
 
-    std::vector<std::pair<std::string_view, T*>> m_slots;
+    std::vector<Slot> m_slots;
     std::size_t m_used = 0;
 };
 

@@ -751,6 +751,8 @@ bool ModelBuilder::startGeometry(ElementInfo const& info, std::string_view id,
     if (!srs.empty())
         geometry->m_srsName = srs;
     geometry->m_index = m_model->m_index.get();
+    if (!geometry->hasGeneratedId())
+        m_namedGeometries.push_back(geometry);
     m_geometries.emplace_back(geometry, depth);
     return true;
 }

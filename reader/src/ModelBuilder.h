@@ -133,10 +133,12 @@ private:
 
     IdTable<Polygon> m_polygonsById;
     IdTable<Geometry> m_geometriesById;
+    // Everything with an id of the document's own, in document order, for the tables above.
+    std::vector<Polygon*> m_namedPolygons;
+    std::vector<Geometry*> m_namedGeometries;
     std::vector<SharedPolygonRef> m_sharedRefs;
     std::string m_sharedRefIds;
     std::string_view m_documentSrsName;
-    std::size_t m_polygonCount = 0;
 };
 
 } // namespace citygml

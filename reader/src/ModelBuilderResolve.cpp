@@ -82,9 +82,11 @@ void ModelBuilder::endPolygon() {
             add(*r);
         polygon->m_indices = m_tesselator->triangulate(vertices, sizes);
     }
-    ++m_polygonCount;
-    if (!m_geometries.empty())
-        m_geometries.back().first->m_polygons.push_back(m_store, polygon);
+    if (m_geometries.empty())
+        return;
+    m_geometries.back().first->m_polygons.push_back(m_store, polygon);
+    if (!polygon->hasGeneratedId())
+        m_namedPolygons.push_back(polygon);
 }
 
 void ModelBuilder::endEnvelopePosition(Sym sym, std::string_view text) {
@@ -292,24 +294,14 @@ void ModelBuilder::indexTargets() {
         targets = targets || !sd.textureTargets.empty() || !sd.materialTargets.empty();
     if (m_sharedRefs.empty() && !targets)
         return;
-    m_polygonsById.reserve(m_polygonCount);
-    auto addGeometry = [&](auto& self, Geometry& g) -> void {
-        if (targets && !g.hasGeneratedId())
-            m_geometriesById.insert(g.getId(), &g);
-        for (Polygon* p : g.m_polygons)
-            if (p && !p->hasGeneratedId())
-                m_polygonsById.insert(p->getId(), p);
-        for (Geometry* c : g.m_children)
-            self(self, *c);
-    };
-    auto addObject = [&](auto& self, CityObject& o) -> void {
-        for (CityObject* c : o.m_children)
-            self(self, *c);
-        for (Geometry* g : o.m_geometries)
-            addGeometry(addGeometry, *g);
-    };
-    for (CityObject* r : m_model->m_roots)
-        addObject(addObject, *r);
+    m_polygonsById.reserve(m_namedPolygons.size());
+    for (Polygon* p : m_namedPolygons)
+        m_polygonsById.insert(p->getId(), p);
+    if (targets) {
+        m_geometriesById.reserve(m_namedGeometries.size());
+        for (Geometry* g : m_namedGeometries)
+            m_geometriesById.insert(g->getId(), g);
+    }
 }
 
 std::shared_ptr<CityModel> ModelBuilder::finish() {

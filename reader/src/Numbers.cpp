@@ -1,6 +1,7 @@
 #include "Numbers.h"
 
 #include <charconv>
+#include <cstdint>
 #include <string>
 
 namespace citygml {
@@ -9,6 +10,57 @@ namespace {
 
 bool isSpace(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
+// Plain decimals such as "5819540.853" are read exactly without from_chars: with at most 2^53
+// as the digits' integer and a power of ten up to 22, one multiplication or division is
+// correctly rounded. Anything else (more digits, big exponents, inf, nan) is left to from_chars.
+bool fastDecimal(char const* p, char const* end, double& value) {
+    static constexpr double powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                        1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                        1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    constexpr std::uint64_t limit = std::uint64_t(1) << 53;
+    bool negative = p != end && *p == '-';
+    if (negative)
+        ++p;
+    std::uint64_t digits = 0;
+    int exponent = 0;
+    bool any = false;
+    for (; p != end && static_cast<unsigned>(*p - '0') < 10; ++p, any = true) {
+        digits = digits * 10 + static_cast<unsigned>(*p - '0');
+        if (digits > limit)
+            return false;
+    }
+    if (p != end && *p == '.') {
+        for (++p; p != end && static_cast<unsigned>(*p - '0') < 10; ++p, any = true) {
+            digits = digits * 10 + static_cast<unsigned>(*p - '0');
+            --exponent;
+            if (digits > limit)
+                return false;
+        }
+    }
+    if (!any)
+        return false;
+    if (p != end && (*p == 'e' || *p == 'E')) {
+        ++p;
+        bool negativeExponent = p != end && *p == '-';
+        if (p != end && (*p == '-' || *p == '+'))
+            ++p;
+        int e = 0;
+        bool anyExponent = false;
+        for (; p != end && static_cast<unsigned>(*p - '0') < 10; ++p, anyExponent = true)
+            if ((e = e * 10 + (*p - '0')) > 1000)
+                return false;
+        if (!anyExponent)
+            return false;
+        exponent += negativeExponent ? -e : e;
+    }
+    if (p != end || exponent < -22 || exponent > 22)
+        return false;
+    double v = static_cast<double>(digits);
+    v = exponent < 0 ? v / powers[-exponent] : v * powers[exponent];
+    value = negative ? -v : v;
+    return true;
 }
 
 } // namespace
@@ -26,6 +78,8 @@ bool Numbers::parseOne(std::string_view token, double& value) {
         token.remove_prefix(1);
     if (token.empty())
         return false;
+    if (fastDecimal(token.data(), token.data() + token.size(), value))
+        return true;
     auto [p, ec] = std::from_chars(token.data(), token.data() + token.size(), value);
     return ec == std::errc() && p == token.data() + token.size();
 }

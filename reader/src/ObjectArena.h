@@ -60,7 +60,13 @@ private:
         void* object;
         void (*destroy)(void*);
     };
-    std::vector<std::unique_ptr<unsigned char[]>> m_blocks;
+    struct Block {
+        unsigned char* data;
+        std::size_t size;
+        bool mapped;
+    };
+    static Block newBlock(std::size_t size);
+    std::vector<Block> m_blocks;
     std::vector<Destructor> m_destructors;
     unsigned char* m_next = nullptr;
     std::size_t m_left = 0;

@@ -153,7 +153,8 @@ bool parseScalar(std::string_view text, float& out) {
 ModelBuilder::ModelBuilder(ParserParams const& params, std::shared_ptr<TesselatorBase> tesselator,
                            std::shared_ptr<CityGMLLogger> logger)
     : m_params(params), m_tesselator(std::move(tesselator)), m_logger(std::move(logger)),
-      m_model(std::make_shared<CityModel>()), m_store(*m_model->m_arena) {
+      m_model(std::make_shared<CityModel>()), m_store(*m_model->m_arena),
+      m_pending(std::make_unique<PendingTarget>()) {
     m_frames.reserve(64);
 }
 
@@ -407,7 +408,7 @@ void ModelBuilder::startElement(char const* localName, char const* prefix, char 
     case Sym::SurfaceDataMember:
         if (m_inAppearance)
             if (XmlAttribute const* href = find(attributes, count, "href", 2))
-                m_appearanceRefs.emplace_back(stripHash(value(*href)));
+                m_appearanceRefs.push_back(m_store.copy(stripHash(value(*href))));
         break;
     case Sym::X3DMaterial:
     case Sym::ParameterizedTexture:
@@ -428,7 +429,9 @@ void ModelBuilder::startElement(char const* localName, char const* prefix, char 
     }
     case Sym::TextureAssociation:
         if (m_currentData >= 0) {
-            m_pending = std::make_unique<PendingTarget>();
+            m_pending->active = true;
+            m_pending->targetId = {};
+            m_pending->coords.clear();
         }
         break;
     case Sym::Target:
@@ -437,20 +440,21 @@ void ModelBuilder::startElement(char const* localName, char const* prefix, char 
             XmlAttribute const* href = find(attributes, count, "href", 2);
             if (uriAttr && m_surfaceData[static_cast<std::size_t>(m_currentData)].texture) {
                 flushPendingTarget();
-                m_pending = std::make_unique<PendingTarget>();
-                m_pending->targetId = std::string(stripHash(value(*uriAttr)));
+                m_pending->active = true;
+                m_pending->targetId = m_store.copy(stripHash(value(*uriAttr)));
+                m_pending->coords.clear();
                 f.ownsPending = true;
             } else if (href) {
-                f.href = std::string(stripHash(value(*href)));
+                f.href = m_store.copy(stripHash(value(*href)));
             } else {
                 startText(depth);
             }
         }
         break;
     case Sym::TextureCoordinates:
-        if (m_pending) {
+        if (m_pending->active) {
             XmlAttribute const* ring = find(attributes, count, "ring", 0);
-            f.href = ring ? std::string(stripHash(value(*ring))) : std::string();
+            f.href = ring ? m_store.copy(stripHash(value(*ring))) : std::string_view();
             startText(depth);
         }
         break;
@@ -595,10 +599,13 @@ void ModelBuilder::endElement() {
         }
         break;
     case Sym::Appearance:
+    {
+        std::string_view theme = m_store.copy(m_theme);
         for (std::size_t i : m_appearanceData)
-            m_themeLinks.push_back({i, std::string(), m_theme});
-        for (auto& ref : m_appearanceRefs)
-            m_themeLinks.push_back({SIZE_MAX, std::move(ref), m_theme});
+            m_themeLinks.push_back({i, {}, theme});
+        for (std::string_view ref : m_appearanceRefs)
+            m_themeLinks.push_back({SIZE_MAX, ref, theme});
+    }
         m_inAppearance = false;
         break;
     case Sym::Theme:
@@ -619,17 +626,19 @@ void ModelBuilder::endElement() {
         endTarget(f, text);
         break;
     case Sym::TextureCoordinates:
-        if (takeText(depth, text) && m_pending) {
-            auto coords = std::make_shared<TextureCoordinates>(newId(), f.href);
+        if (takeText(depth, text) && m_pending->active) {
             m_numbers.clear();
             if (Numbers::parseList(text, m_numbers) && m_numbers.size() % 2 == 0) {
-                coords->m_coords.reserve(m_numbers.size() / 2);
-                for (std::size_t i = 0; i + 1 < m_numbers.size(); i += 2)
-                    coords->m_coords.emplace_back(static_cast<float>(m_numbers[i]),
-                                                  static_cast<float>(m_numbers[i + 1]));
-                m_pending->coords.push_back(std::move(coords));
+                std::size_t n = m_numbers.size() / 2;
+                TVec2f* pairs = m_store.array<TVec2f>(n);
+                for (std::size_t i = 0; i < n; ++i)
+                    pairs[i] = TVec2f(static_cast<float>(m_numbers[2 * i]),
+                                      static_cast<float>(m_numbers[2 * i + 1]));
+                m_pending->coords.push_back(
+                    m_store.create<TextureCoordinates>(modelId({}), f.href, pairs, n));
             } else {
-                warn("texture coordinates of ring '" + f.href + "' are not pairs of numbers");
+                warn("texture coordinates of ring '" + std::string(f.href) +
+                     "' are not pairs of numbers");
             }
         }
         break;

@@ -80,12 +80,10 @@ private:
     void flushPendingTarget();
     static std::string_view stripHashText(std::string_view s);
 
-    static void assign(AppearanceTarget& target, std::string const& theme, bool front,
-                       std::shared_ptr<TextureTargetDefinition> const& texture,
-                       std::shared_ptr<MaterialTargetDefinition> const& material);
-    static void assignToGeometry(Geometry& g, std::string const& theme, bool front,
-                                 std::shared_ptr<TextureTargetDefinition> const& texture,
-                                 std::shared_ptr<MaterialTargetDefinition> const& material);
+    void assign(AppearanceTarget& target, std::string_view theme, bool front,
+                TextureTargetDefinition* texture, MaterialTargetDefinition* material);
+    void assignToGeometry(Geometry& g, std::string_view theme, bool front,
+                          TextureTargetDefinition* texture, MaterialTargetDefinition* material);
     void resolveSharedPolygons();
     void dropUnresolvedSlots();
     void resolveAppearances();
@@ -124,7 +122,7 @@ private:
     std::vector<SurfaceData> m_surfaceData;
     std::unordered_map<std::string, std::size_t> m_surfaceDataById;
     std::vector<std::size_t> m_appearanceData;
-    std::vector<std::string> m_appearanceRefs;
+    std::vector<std::string_view> m_appearanceRefs;
     std::string m_theme;
     bool m_inAppearance = false;
     long m_currentData = -1;

@@ -139,32 +139,37 @@ void ModelBuilder::endTarget(Frame const& frame, std::string_view text) {
         flushPendingTarget();
         return;
     }
-    std::string id = frame.href.empty() ? std::string(stripHashText(text)) : frame.href;
+    std::string_view id = frame.href.empty() ? stripHashText(text) : frame.href;
     if (id.empty() || m_currentData < 0)
         return;
-    if (m_pending) {
-        m_pending->targetId = std::move(id);
+    if (frame.href.empty())
+        id = m_store.copy(id);
+    if (m_pending->active) {
+        m_pending->targetId = id;
         return;
     }
     SurfaceData& sd = m_surfaceData[static_cast<std::size_t>(m_currentData)];
     if (sd.material)
-        sd.materialTargets.push_back(std::move(id));
+        sd.materialTargets.push_back(id);
     else
         sd.textureTargets.push_back(
-            std::make_shared<TextureTargetDefinition>(std::move(id), sd.texture, newId()));
+            m_store.create<TextureTargetDefinition>(id, sd.texture, modelId({}), &m_store));
 }
 
 void ModelBuilder::flushPendingTarget() {
-    std::unique_ptr<PendingTarget> pending = std::move(m_pending);
-    if (!pending || m_currentData < 0 || pending->targetId.empty())
+    PendingTarget& pending = *m_pending;
+    bool active = pending.active;
+    pending.active = false;
+    if (!active || m_currentData < 0 || pending.targetId.empty())
         return;
     SurfaceData& sd = m_surfaceData[static_cast<std::size_t>(m_currentData)];
     if (!sd.texture)
         return;
-    auto def = std::make_shared<TextureTargetDefinition>(std::move(pending->targetId), sd.texture,
-                                                         newId());
-    def->m_coords = std::move(pending->coords);
-    sd.textureTargets.push_back(std::move(def));
+    auto* def = m_store.create<TextureTargetDefinition>(pending.targetId, sd.texture, modelId({}),
+                                                        &m_store);
+    for (TextureCoordinates* c : pending.coords)
+        def->m_coords.push_back(m_store, c);
+    sd.textureTargets.push_back(def);
 }
 
 std::string_view ModelBuilder::stripHashText(std::string_view s) {
@@ -195,19 +200,18 @@ void ModelBuilder::dropUnresolvedSlots() {
         g->m_polygons.removeNulls();
 }
 
-void ModelBuilder::assign(AppearanceTarget& target, std::string const& theme, bool front,
-                          std::shared_ptr<TextureTargetDefinition> const& texture,
-                          std::shared_ptr<MaterialTargetDefinition> const& material) {
+void ModelBuilder::assign(AppearanceTarget& target, std::string_view theme, bool front,
+                          TextureTargetDefinition* texture, MaterialTargetDefinition* material) {
     for (auto const& a : target.m_assignments)
         if (a.front == front && a.theme == theme &&
             ((texture && a.texture) || (material && a.material)))
             return;
-    target.m_assignments.push_back({theme, front, texture, material});
+    target.m_assignments.push_back(m_store, {theme, front, texture, material});
 }
 
-void ModelBuilder::assignToGeometry(Geometry& g, std::string const& theme, bool front,
-                                    std::shared_ptr<TextureTargetDefinition> const& texture,
-                                    std::shared_ptr<MaterialTargetDefinition> const& material) {
+void ModelBuilder::assignToGeometry(Geometry& g, std::string_view theme, bool front,
+                                    TextureTargetDefinition* texture,
+                                    MaterialTargetDefinition* material) {
     assign(g, theme, front, texture, material);
     // Slots of unresolved shared polygons are still empty here.
     for (Polygon* p : g.m_polygons)
@@ -220,16 +224,16 @@ void ModelBuilder::assignToGeometry(Geometry& g, std::string const& theme, bool 
 void ModelBuilder::resolveAppearances() {
     struct Resolved {
         SurfaceData* data;
-        std::string const* theme;
+        std::string_view theme;
     };
     std::vector<Resolved> links;
     std::vector<std::string> themes;
     for (auto& link : m_themeLinks) {
         std::size_t index = link.data;
         if (index == SIZE_MAX) {
-            auto it = m_surfaceDataById.find(link.dataId);
+            auto it = m_surfaceDataById.find(std::string(link.dataId));
             if (it == m_surfaceDataById.end()) {
-                warn("surface data '" + link.dataId + "' is not in the document");
+                warn("surface data '" + std::string(link.dataId) + "' is not in the document");
                 continue;
             }
             index = it->second;
@@ -239,9 +243,9 @@ void ModelBuilder::resolveAppearances() {
                                       : static_cast<Appearance*>(sd.texture.get());
         if (std::find(app->m_themes.begin(), app->m_themes.end(), link.theme) ==
             app->m_themes.end())
-            app->m_themes.push_back(link.theme);
-        themes.push_back(link.theme);
-        links.push_back({&sd, &link.theme});
+            app->m_themes.emplace_back(link.theme);
+        themes.emplace_back(link.theme);
+        links.push_back({&sd, link.theme});
     }
     std::sort(themes.begin(), themes.end());
     themes.erase(std::unique(themes.begin(), themes.end()), themes.end());
@@ -251,10 +255,10 @@ void ModelBuilder::resolveAppearances() {
     auto materialDef = [&](SurfaceData& sd, std::size_t index) {
         if (sd.materialDefinitions.size() < sd.materialTargets.size())
             sd.materialDefinitions.resize(sd.materialTargets.size());
-        auto& def = sd.materialDefinitions[index];
+        MaterialTargetDefinition*& def = sd.materialDefinitions[index];
         if (!def)
-            def = std::make_shared<MaterialTargetDefinition>(sd.materialTargets[index], sd.material,
-                                                             newId());
+            def = m_store.create<MaterialTargetDefinition>(sd.materialTargets[index], sd.material,
+                                                           modelId({}), &m_store);
         return def;
     };
     // Polygons named directly come first, so a polygon's own appearance beats its geometry's.
@@ -262,24 +266,24 @@ void ModelBuilder::resolveAppearances() {
         for (auto const& link : links) {
             SurfaceData& sd = *link.data;
             bool front = sd.material ? sd.material->isFront() : sd.texture->isFront();
-            auto apply = [&](std::string const& target,
-                             std::shared_ptr<TextureTargetDefinition> const& tex, bool material,
+            auto apply = [&](std::string_view target, TextureTargetDefinition* tex, bool material,
                              std::size_t index) {
                 if (pass == 0) {
                     if (Polygon* p = m_polygonsById.find(target))
-                        assign(*p, *link.theme, front, tex,
+                        assign(*p, link.theme, front, tex,
                                material ? materialDef(sd, index) : nullptr);
                     return;
                 }
                 if (m_polygonsById.find(target))
                     return;
                 if (Geometry* g = m_geometriesById.find(target))
-                    assignToGeometry(*g, *link.theme, front, tex,
+                    assignToGeometry(*g, link.theme, front, tex,
                                      material ? materialDef(sd, index) : nullptr);
                 else
-                    warn("appearance target '" + target + "' is not a polygon or geometry");
+                    warn("appearance target '" + std::string(target) +
+                         "' is not a polygon or geometry");
             };
-            for (auto const& def : sd.textureTargets)
+            for (TextureTargetDefinition* def : sd.textureTargets)
                 apply(def->getTargetID(), def, false, 0);
             for (std::size_t i = 0; i < sd.materialTargets.size(); ++i)
                 apply(sd.materialTargets[i], nullptr, true, i);

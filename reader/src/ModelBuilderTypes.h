@@ -86,7 +86,7 @@ struct ModelBuilder::Frame {
     bool ownsWrapper = false;
     std::size_t pathStart = 0;
     std::size_t pathEnd = 0;
-    std::string href;
+    std::string_view href; // in the model's storage
 };
 
 struct ModelBuilder::ObjectFrame {
@@ -99,14 +99,16 @@ struct ModelBuilder::ObjectFrame {
 struct ModelBuilder::SurfaceData {
     std::shared_ptr<Material> material;
     std::shared_ptr<Texture> texture;
-    std::vector<std::shared_ptr<TextureTargetDefinition>> textureTargets;
-    std::vector<std::string> materialTargets;
-    std::vector<std::shared_ptr<MaterialTargetDefinition>> materialDefinitions;
+    std::vector<TextureTargetDefinition*> textureTargets;
+    std::vector<std::string_view> materialTargets;
+    std::vector<MaterialTargetDefinition*> materialDefinitions;
 };
 
+// The texture target being read; reused from one target to the next.
 struct ModelBuilder::PendingTarget {
-    std::string targetId;
-    std::vector<std::shared_ptr<TextureCoordinates>> coords;
+    bool active = false;
+    std::string_view targetId;
+    std::vector<TextureCoordinates*> coords;
 };
 
 struct ModelBuilder::GenericAttribute {
@@ -129,8 +131,8 @@ struct ModelBuilder::SharedPolygonRef {
 // Surface data `data` (or the one with id `dataId`) applies in `theme`.
 struct ModelBuilder::ThemeLink {
     std::size_t data;
-    std::string dataId;
-    std::string theme;
+    std::string_view dataId;
+    std::string_view theme;
 };
 
 } // namespace citygml

@@ -4,7 +4,7 @@
 
 namespace citygml {
 
-Polygon::Polygon(std::string_view id, ObjectArena* arena) : AppearanceTarget(id), m_arena(arena) {}
+Polygon::Polygon(std::string_view id, ObjectArena* arena) : AppearanceTarget(id, arena) {}
 
 std::shared_ptr<LinearRing> Polygon::exteriorRing() const {
     return m_arena->share(m_exterior);

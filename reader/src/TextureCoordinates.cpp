@@ -2,7 +2,8 @@
 
 namespace citygml {
 
-TextureCoordinates::TextureCoordinates(std::string id, std::string targetRingId)
-    : OwnedId(std::move(id)), Object(m_ownedId), m_targetRingId(std::move(targetRingId)) {}
+TextureCoordinates::TextureCoordinates(std::string_view id, std::string_view targetRingId,
+                                       TVec2f const* coords, std::size_t count)
+    : Object(id), m_targetRingId(targetRingId), m_coords(coords), m_count(count) {}
 
 } // namespace citygml

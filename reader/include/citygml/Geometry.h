@@ -62,7 +62,6 @@ private:
     GeometryType m_type;
     unsigned int m_lod;
     std::string const* m_tag; // points into a static table
-    ObjectArena* m_arena;
     std::string_view m_srsName;
     ObjectList<Polygon*> m_polygons;
     ObjectList<Geometry*> m_children;

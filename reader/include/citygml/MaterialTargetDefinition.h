@@ -7,8 +7,7 @@ namespace citygml {
 
 class MaterialTargetDefinition : public AppearanceTargetDefinition<Material> {
 public:
-    MaterialTargetDefinition(std::string targetId, std::shared_ptr<Material> material,
-                             std::string id);
+    using AppearanceTargetDefinition<Material>::AppearanceTargetDefinition;
 };
 
 } // namespace citygml

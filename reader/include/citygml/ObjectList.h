@@ -8,10 +8,10 @@
 
 namespace citygml {
 
-// A growable list of pointers whose storage comes from the model's arena, so that it needs no
+// A growable list of plain values whose storage comes from the model's arena, so that it needs no
 // destructor: the model's objects hold these instead of std::vector.
 template <class T> class ObjectList {
-    static_assert(std::is_pointer_v<T>);
+    static_assert(std::is_trivially_copyable_v<T> && std::is_trivially_destructible_v<T>);
 
 public:
     std::size_t size() const { return m_size; }

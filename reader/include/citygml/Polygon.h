@@ -30,7 +30,6 @@ public:
 
 private:
     friend class ModelBuilder;
-    ObjectArena* m_arena;
     LinearRing* m_exterior = nullptr;
     ObjectList<LinearRing*> m_interior;
     std::vector<unsigned int> m_indices;

@@ -15,7 +15,8 @@ bool isSpace(char c) {
 // Plain decimals such as "5819540.853" are read exactly without from_chars: with at most 2^53
 // as the digits' integer and a power of ten up to 22, one multiplication or division is
 // correctly rounded. Anything else (more digits, big exponents, inf, nan) is left to from_chars.
-bool fastDecimal(char const* p, char const* end, double& value) {
+// Gives the end of the number read, or null when from_chars has to decide.
+char const* fastDecimal(char const* p, char const* end, double& value) {
     static constexpr double powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                         1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                         1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
@@ -29,18 +30,18 @@ bool fastDecimal(char const* p, char const* end, double& value) {
     for (; p != end && static_cast<unsigned>(*p - '0') < 10; ++p, any = true) {
         digits = digits * 10 + static_cast<unsigned>(*p - '0');
         if (digits > limit)
-            return false;
+            return nullptr;
     }
     if (p != end && *p == '.') {
         for (++p; p != end && static_cast<unsigned>(*p - '0') < 10; ++p, any = true) {
             digits = digits * 10 + static_cast<unsigned>(*p - '0');
             --exponent;
             if (digits > limit)
-                return false;
+                return nullptr;
         }
     }
     if (!any)
-        return false;
+        return nullptr;
     if (p != end && (*p == 'e' || *p == 'E')) {
         ++p;
         bool negativeExponent = p != end && *p == '-';
@@ -50,17 +51,17 @@ bool fastDecimal(char const* p, char const* end, double& value) {
         bool anyExponent = false;
         for (; p != end && static_cast<unsigned>(*p - '0') < 10; ++p, anyExponent = true)
             if ((e = e * 10 + (*p - '0')) > 1000)
-                return false;
+                return nullptr;
         if (!anyExponent)
-            return false;
+            return nullptr;
         exponent += negativeExponent ? -e : e;
     }
-    if (p != end || exponent < -22 || exponent > 22)
-        return false;
+    if (exponent < -22 || exponent > 22)
+        return nullptr;
     double v = static_cast<double>(digits);
     v = exponent < 0 ? v / powers[-exponent] : v * powers[exponent];
     value = negative ? -v : v;
-    return true;
+    return p;
 }
 
 } // namespace
@@ -78,7 +79,8 @@ bool Numbers::parseOne(std::string_view token, double& value) {
         token.remove_prefix(1);
     if (token.empty())
         return false;
-    if (fastDecimal(token.data(), token.data() + token.size(), value))
+    char const* end = token.data() + token.size();
+    if (fastDecimal(token.data(), end, value) == end)
         return true;
     auto [p, ec] = std::from_chars(token.data(), token.data() + token.size(), value);
     return ec == std::errc() && p == token.data() + token.size();
@@ -92,10 +94,18 @@ bool Numbers::parseList(std::string_view text, std::vector<double>& out) {
             ++i;
         if (i == n)
             return true;
+        // Most numbers are plain decimals, read in one pass; the rest go the long way.
+        double v = 0;
+        char const* end = text.data() + n;
+        char const* stop = fastDecimal(text.data() + i, end, v);
+        if (stop && (stop == end || isSpace(*stop))) {
+            i = static_cast<std::size_t>(stop - text.data());
+            out.push_back(v);
+            continue;
+        }
         std::size_t start = i;
         while (i < n && !isSpace(text[i]))
             ++i;
-        double v = 0;
         if (!parseOne(text.substr(start, i - start), v))
             return false;
         out.push_back(v);

@@ -30,7 +30,7 @@ public:
         T* object = new (allocate(sizeof(T), alignof(T))) T(std::forward<Args>(args)...);
         if constexpr (!std::is_trivially_destructible_v<T>) {
             try {
-                m_destructors.push_back({object, [](void* p) { static_cast<T*>(p)->~T(); }});
+                addDestructor(object, [](void* p) { static_cast<T*>(p)->~T(); });
             } catch (...) {
                 object->~T();
                 throw;
@@ -60,14 +60,25 @@ private:
         void* object;
         void (*destroy)(void*);
     };
+    // Destructors are recorded in the arena itself, in chunks, in the order of creation.
+    struct DestructorChunk {
+        static constexpr std::size_t Capacity = 510;
+        DestructorChunk* next;
+        std::size_t count;
+        Destructor items[Capacity];
+    };
+    void addDestructor(void* object, void (*destroy)(void*));
+
     struct Block {
         unsigned char* data;
         std::size_t size;
         bool mapped;
     };
     static Block newBlock(std::size_t size);
+    static void releaseBlock(Block const& block);
     std::vector<Block> m_blocks;
-    std::vector<Destructor> m_destructors;
+    DestructorChunk* m_firstChunk = nullptr;
+    DestructorChunk* m_lastChunk = nullptr;
     unsigned char* m_next = nullptr;
     std::size_t m_left = 0;
     std::size_t m_blockSize = 64 << 10;

@@ -313,7 +313,6 @@ void ModelBuilder::startElement(char const* localName, char const* prefix, char 
     m_frames.push_back(frame);
     Frame& f = m_frames.back();
 
-
     switch (f.sym) {
     case Sym::CityModel:
         if (!docId.empty()) {
@@ -598,8 +597,7 @@ void ModelBuilder::endElement() {
                 owner->m_attributes[f.info->localName] = AttributeValue(std::string(t));
         }
         break;
-    case Sym::Appearance:
-    {
+    case Sym::Appearance: {
         std::string_view theme = m_store.copy(m_theme);
         for (std::size_t i : m_appearanceData)
             m_themeLinks.push_back({i, {}, theme});
@@ -745,8 +743,8 @@ bool ModelBuilder::startGeometry(ElementInfo const& info, std::string_view id,
         if (static_cast<unsigned>(lod) < m_params.minLOD ||
             static_cast<unsigned>(lod) > m_params.maxLOD)
             return false;
-        geometry = m_store.create<Geometry>(id, info.geometryType, static_cast<unsigned>(lod),
-                                            &m_store);
+        geometry =
+            m_store.create<Geometry>(id, info.geometryType, static_cast<unsigned>(lod), &m_store);
         geometry->m_path = m_store.copy(path.substr(m_frames[owner.frame].pathEnd));
         m_objects.back().object->m_geometries.push_back(m_store, geometry);
     } else {

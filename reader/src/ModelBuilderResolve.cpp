@@ -52,8 +52,8 @@ void ModelBuilder::endRing() {
     }
     TVec3d* vertices = m_store.array<TVec3d>(m_ringVertices.size());
     std::copy(m_ringVertices.begin(), m_ringVertices.end(), vertices);
-    auto* ring = m_store.create<LinearRing>(m_ringId, m_ringExterior, vertices,
-                                            m_ringVertices.size());
+    auto* ring =
+        m_store.create<LinearRing>(m_ringId, m_ringExterior, vertices, m_ringVertices.size());
     if (m_ringExterior)
         m_polygon->m_exterior = ring;
     else

@@ -32,11 +32,27 @@ void expectSameBits(std::string const& s) {
 }
 
 TEST(Numbers, DecimalsMatchFromCharsBitForBit) {
-    for (char const* s :
-         {"0", "-0", "-0.0", "0.1", "1.", ".5", "+3.25", "5819540.853", "-12.5e3", "1e22", "1e-22",
-          "9007199254740992", "9007199254740993", "123456789012345678901234567890", "1e23",
-          "4.9406564584124654e-324", "1.7976931348623157e308", "0.30000000000000004",
-          "2.2250738585072014e-308", "1E+2", "7e-0"})
+    for (char const* s : {"0",
+                          "-0",
+                          "-0.0",
+                          "0.1",
+                          "1.",
+                          ".5",
+                          "+3.25",
+                          "5819540.853",
+                          "-12.5e3",
+                          "1e22",
+                          "1e-22",
+                          "9007199254740992",
+                          "9007199254740993",
+                          "123456789012345678901234567890",
+                          "1e23",
+                          "4.9406564584124654e-324",
+                          "1.7976931348623157e308",
+                          "0.30000000000000004",
+                          "2.2250738585072014e-308",
+                          "1E+2",
+                          "7e-0"})
         expectSameBits(s);
 
     std::mt19937_64 random(20261121);
@@ -63,7 +79,8 @@ TEST(Numbers, DecimalsMatchFromCharsBitForBit) {
 
 TEST(Numbers, RejectsWhatIsNotOneNumber) {
     double v = 0;
-    for (char const* s : {"", "-", ".", "e5", "1e", "1e+", "1.2.3", "--1", "1,5", "0x10", "12a", "+"})
+    for (char const* s :
+         {"", "-", ".", "e5", "1e", "1e+", "1.2.3", "--1", "1,5", "0x10", "12a", "+"})
         EXPECT_FALSE(Numbers::parseOne(s, v)) << s;
     EXPECT_TRUE(Numbers::parseOne("inf", v));
     EXPECT_TRUE(std::isinf(v));

@@ -30,8 +30,7 @@ public:
     std::shared_ptr<MaterialTargetDefinition>
     getMaterialTargetDefinitionForTheme(std::string_view theme, bool front) const;
 
-    std::shared_ptr<Material const> getMaterialFor(std::string_view theme,
-                                                   bool front = true) const;
+    std::shared_ptr<Material const> getMaterialFor(std::string_view theme, bool front = true) const;
     std::shared_ptr<Texture const> getTextureFor(std::string_view theme, bool front = true) const;
 
 protected:

@@ -31,8 +31,17 @@ void checkGeometry(citygml::Geometry const& g) {
         checkRing(*p->exteriorRing());
         for (auto const& r : p->interiorRings())
             checkRing(*r);
-        for (auto const& theme : p->getAllTextureThemes(true))
-            check(p->getTextureTargetDefinitionForTheme(theme, true) != nullptr);
+        for (auto const& theme : p->getAllTextureThemes(true)) {
+            auto def = p->getTextureTargetDefinitionForTheme(theme, true);
+            check(def != nullptr && def->getAppearance() != nullptr);
+            for (unsigned k = 0; k < def->getTextureCoordinatesCount(); ++k)
+                check(def->getTextureCoordinates(k)->getCoords().size() ==
+                      def->getTextureCoordinates(k)->size());
+            if (auto c = def->getTextureCoordinatesForID(p->exteriorRing()->getId()))
+                check(!c->getTargetLinearRingID().empty());
+        }
+        for (auto const& theme : p->getAllMaterialThemes(true))
+            check(p->getMaterialFor(theme) != nullptr);
     }
     for (unsigned i = 0; i < g.getGeometriesCount(); ++i)
         checkGeometry(g.getGeometry(i));

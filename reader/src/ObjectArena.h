@@ -1,7 +1,5 @@
 #pragma once
 
-#include <citygml/TVec3.h>
-
 #include <cstddef>
 #include <memory>
 #include <new>

@@ -4,4 +4,9 @@ namespace citygml {
 
 FeatureObject::FeatureObject(std::string_view id) : Object(id) {}
 
+Envelope const& FeatureObject::getEnvelope() const {
+    static Envelope const none;
+    return m_envelope ? *m_envelope : none;
+}
+
 } // namespace citygml

@@ -227,6 +227,25 @@ std::string_view ModelBuilder::modelId(std::string_view documentId) {
     return m_store.copy(documentId.empty() ? std::string_view(newId()) : documentId);
 }
 
+std::string_view ModelBuilder::idFromPath(std::string_view path, std::string_view documentId) {
+    // The step ends in "[id]".
+    if (documentId.empty() || path.size() < documentId.size() + 2)
+        return modelId(documentId);
+    return path.substr(path.size() - documentId.size() - 2, documentId.size());
+}
+
+AttributesMap& ModelBuilder::attributesOf(Object& object) {
+    if (!object.m_attributes)
+        object.m_attributes = m_store.create<AttributesMap>();
+    return *object.m_attributes;
+}
+
+Envelope& ModelBuilder::envelopeOf(FeatureObject& object) {
+    if (!object.m_envelope)
+        object.m_envelope = m_store.create<Envelope>();
+    return *object.m_envelope;
+}
+
 void ModelBuilder::warn(std::string const& message) const {
     if (m_logger && m_logger->isEnabledFor(CityGMLLogger::LOGLEVEL::LL_WARNING))
         m_logger->log(CityGMLLogger::LOGLEVEL::LL_WARNING, message);
@@ -323,10 +342,10 @@ void ModelBuilder::startElement(char const* localName, char const* prefix, char 
         m_model->m_version = info.ns.version;
         break;
     case Sym::CityObject:
-        startCityObject(info, modelId(docId));
+        startCityObject(info, docId);
         break;
     case Sym::Geometry:
-        if (m_polygon || !startGeometry(info, modelId(docId), srsName))
+        if (m_polygon || !startGeometry(info, docId, srsName))
             m_skipDepth = 1;
         break;
     case Sym::Polygon:
@@ -371,7 +390,7 @@ void ModelBuilder::startElement(char const* localName, char const* prefix, char 
         break;
     case Sym::Envelope:
         if (m_envelopeOwner && srs)
-            m_envelopeOwner->m_envelope.m_srsName = srsName;
+            envelopeOf(*m_envelopeOwner).m_srsName = srsName;
         break;
     case Sym::LowerCorner:
     case Sym::UpperCorner:
@@ -518,9 +537,9 @@ void ModelBuilder::endElement() {
             // Without an srsName of its own, the envelope takes the first one met inside.
             ObjectFrame done = m_objects.back();
             m_objects.pop_back();
-            Envelope& e = done.object->m_envelope;
-            if (e.m_srsName.empty())
-                e.m_srsName = done.firstSrsName;
+            if (!done.firstSrsName.empty() &&
+                (!done.object->m_envelope || done.object->m_envelope->m_srsName.empty()))
+                envelopeOf(*done.object).m_srsName = done.firstSrsName;
             if (!m_objects.empty() && m_objects.back().firstSrsName.empty())
                 m_objects.back().firstSrsName = done.firstSrsName;
         }
@@ -584,7 +603,7 @@ void ModelBuilder::endElement() {
             double lod = 0;
             if (Numbers::parseOne(Numbers::trim(text), lod) && lod >= 0 && lod <= 4)
                 m_objects.back().reliefLod = static_cast<int>(lod);
-            m_objects.back().object->m_attributes["lod"] =
+            attributesOf(*m_objects.back().object)["lod"] =
                 AttributeValue(std::string(Numbers::trim(text)));
         }
         break;
@@ -594,7 +613,7 @@ void ModelBuilder::endElement() {
             FeatureObject* owner = m_objects.empty() ? static_cast<FeatureObject*>(m_model.get())
                                                      : m_objects.back().object;
             if (!t.empty() && (m_objects.empty() || m_objects.back().frame + 1 == depth))
-                owner->m_attributes[f.info->localName] = AttributeValue(std::string(t));
+                attributesOf(*owner)[f.info->localName] = AttributeValue(std::string(t));
         }
         break;
     case Sym::Appearance: {
@@ -700,7 +719,7 @@ void ModelBuilder::endElement() {
     m_frames.pop_back();
 }
 
-void ModelBuilder::startCityObject(ElementInfo const& info, std::string_view id) {
+void ModelBuilder::startCityObject(ElementInfo const& info, std::string_view documentId) {
     std::string const* tag = info.internedTag;
     auto type = info.objectType;
     if (!tag) {
@@ -708,23 +727,21 @@ void ModelBuilder::startCityObject(ElementInfo const& info, std::string_view id)
         tag = &m_model->m_extraTags.back();
         type = CityObject::CityObjectsType::COT_Other;
     }
-    CityObject* object = m_store.create<CityObject>(id, type, tag);
     std::size_t depth = m_frames.size() - 1;
     Frame const& f = m_frames.back();
-    std::string_view path(m_path);
-    if (m_objects.empty()) {
-        object->m_path = m_store.copy(path.substr(f.pathStart));
+    std::string_view path = m_store.copy(std::string_view(m_path).substr(
+        m_objects.empty() ? f.pathStart : m_frames[m_objects.back().frame].pathEnd));
+    CityObject* object = m_store.create<CityObject>(idFromPath(path, documentId), type, tag);
+    object->m_path = path;
+    if (m_objects.empty())
         m_model->m_roots.push_back(object);
-    } else {
-        ObjectFrame const& parent = m_objects.back();
-        object->m_path = m_store.copy(path.substr(m_frames[parent.frame].pathEnd));
-        parent.object->m_children.push_back(m_store, object);
-    }
+    else
+        m_objects.back().object->m_children.push_back(m_store, object);
     object->m_index = m_model->m_index.get();
     m_objects.push_back({object, depth, -1, {}});
 }
 
-bool ModelBuilder::startGeometry(ElementInfo const& info, std::string_view id,
+bool ModelBuilder::startGeometry(ElementInfo const& info, std::string_view documentId,
                                  std::string_view srs) {
     std::size_t depth = m_frames.size() - 1;
     bool underObject = !m_objects.empty() && (m_geometries.empty() ||
@@ -743,14 +760,17 @@ bool ModelBuilder::startGeometry(ElementInfo const& info, std::string_view id,
         if (static_cast<unsigned>(lod) < m_params.minLOD ||
             static_cast<unsigned>(lod) > m_params.maxLOD)
             return false;
-        geometry =
-            m_store.create<Geometry>(id, info.geometryType, static_cast<unsigned>(lod), &m_store);
-        geometry->m_path = m_store.copy(path.substr(m_frames[owner.frame].pathEnd));
+        std::string_view own = m_store.copy(path.substr(m_frames[owner.frame].pathEnd));
+        geometry = m_store.create<Geometry>(idFromPath(own, documentId), info.geometryType,
+                                            static_cast<unsigned>(lod), &m_store);
+        geometry->m_path = own;
         m_objects.back().object->m_geometries.push_back(m_store, geometry);
     } else {
         Geometry* parent = m_geometries.back().first;
-        geometry = m_store.create<Geometry>(id, info.geometryType, parent->m_lod, &m_store);
-        geometry->m_path = m_store.copy(path.substr(m_frames.back().pathStart));
+        std::string_view own = m_store.copy(path.substr(m_frames.back().pathStart));
+        geometry = m_store.create<Geometry>(idFromPath(own, documentId), info.geometryType,
+                                            parent->m_lod, &m_store);
+        geometry->m_path = own;
         geometry->m_srsName = parent->m_srsName;
         parent->m_children.push_back(m_store, geometry);
     }
@@ -771,7 +791,7 @@ bool ModelBuilder::startPolygon(ElementInfo const& info, std::string_view id) {
         // A polygon that a feature property holds directly becomes a geometry of its own.
         ElementInfo wrapper = info;
         wrapper.geometryType = Geometry::GeometryType::GT_Polygon;
-        if (!startGeometry(wrapper, modelId({}), {}))
+        if (!startGeometry(wrapper, {}, {}))
             return false;
         m_frames.back().ownsWrapper = true;
     } else if (m_geometries.empty()) {

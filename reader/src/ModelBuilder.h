@@ -62,14 +62,20 @@ private:
 
     ElementInfo const& lookup(char const* localName, char const* prefix, char const* uri);
     std::string newId();
+    AttributesMap& attributesOf(Object& object);
+    Envelope& envelopeOf(FeatureObject& object);
     // The document's id kept in the model, or a generated one when there is none.
     std::string_view modelId(std::string_view documentId);
     void warn(std::string const& message) const;
     void startText(std::size_t depth);
     bool takeText(std::size_t depth, std::string_view& out);
 
-    void startCityObject(ElementInfo const& info, std::string_view id);
-    bool startGeometry(ElementInfo const& info, std::string_view id, std::string_view srsName);
+    // `documentId` is the element's gml:id, empty when it has none.
+    void startCityObject(ElementInfo const& info, std::string_view documentId);
+    bool startGeometry(ElementInfo const& info, std::string_view documentId,
+                       std::string_view srsName);
+    // The id of an element whose path was just stored: a view into the path's last step.
+    std::string_view idFromPath(std::string_view path, std::string_view documentId);
     bool startPolygon(ElementInfo const& info, std::string_view id);
     void endPolygon();
     void endRing();

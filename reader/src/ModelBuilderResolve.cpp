@@ -98,7 +98,7 @@ void ModelBuilder::endEnvelopePosition(Sym sym, std::string_view text) {
         warn("unreadable envelope corner '" + std::string(text) + "'");
         return;
     }
-    Envelope& e = m_envelopeOwner->m_envelope;
+    Envelope& e = envelopeOf(*m_envelopeOwner);
     auto corner = [&](std::size_t at, TVec3d& out, bool& has) {
         out = TVec3d(v[at], v[at + 1], dim == 3 ? v[at + 2] : 0.0);
         has = true;
@@ -131,7 +131,7 @@ void ModelBuilder::endGenericAttribute() {
         return;
     FeatureObject* owner =
         m_objects.empty() ? static_cast<FeatureObject*>(m_model.get()) : m_objects.back().object;
-    owner->m_attributes[g.name] = AttributeValue(std::move(g.value), g.type);
+    attributesOf(*owner)[g.name] = AttributeValue(std::move(g.value), g.type);
 }
 
 void ModelBuilder::endTarget(Frame const& frame, std::string_view text) {
@@ -312,8 +312,9 @@ std::shared_ptr<CityModel> ModelBuilder::finish() {
     indexTargets();
     resolveSharedPolygons();
     resolveAppearances();
-    if (m_model->m_envelope.m_srsName.empty())
-        m_model->m_envelope.m_srsName = m_documentSrsName;
+    if (!m_documentSrsName.empty() &&
+        (!m_model->m_envelope || m_model->m_envelope->m_srsName.empty()))
+        envelopeOf(*m_model).m_srsName = m_documentSrsName;
     m_polygonsById.clear();
     m_geometriesById.clear();
     dropUnresolvedSlots();

@@ -2,9 +2,16 @@
 
 namespace citygml {
 
+AttributesMap const& Object::getAttributes() const {
+    static AttributesMap const none;
+    return m_attributes ? *m_attributes : none;
+}
+
 AttributeValue const* Object::getAttribute(std::string const& name) const {
-    auto it = m_attributes.find(name);
-    return it == m_attributes.end() ? nullptr : &it->second;
+    if (!m_attributes)
+        return nullptr;
+    auto it = m_attributes->find(name);
+    return it == m_attributes->end() ? nullptr : &it->second;
 }
 
 bool Object::hasGeneratedId() const {

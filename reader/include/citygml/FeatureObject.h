@@ -9,11 +9,13 @@ class FeatureObject : public Object {
 public:
     explicit FeatureObject(std::string_view id);
 
-    Envelope const& getEnvelope() const { return m_envelope; }
+    // An envelope without corners when the document gives none.
+    Envelope const& getEnvelope() const;
 
 protected:
     friend class ModelBuilder;
-    Envelope m_envelope;
+    // Made in the model's storage when the document says something about it.
+    Envelope* m_envelope = nullptr;
 };
 
 } // namespace citygml

@@ -19,7 +19,7 @@ public:
 
     // Valid as long as the object.
     std::string_view getId() const { return m_id; }
-    AttributesMap const& getAttributes() const { return m_attributes; }
+    AttributesMap const& getAttributes() const;
     // Null when the attribute is absent.
     AttributeValue const* getAttribute(std::string const& name) const;
     bool hasGeneratedId() const;
@@ -31,7 +31,8 @@ protected:
     explicit Object(std::string_view id) : m_id(id) {}
 
     std::string_view m_id;
-    AttributesMap m_attributes;
+    // Made in the model's storage with the first attribute; most objects never have one.
+    AttributesMap* m_attributes = nullptr;
 };
 
 // Keeps the id text inside objects that may outlive the model they came from (appearances and

@@ -311,7 +311,12 @@ void ModelBuilder::startElement(char const* localName, char const* prefix, char 
     frame.pathEnd = m_path.size();
 
     XmlAttribute const* srs = isGml(uri) ? find(attributes, count, "srsName", 0) : nullptr;
-    std::string_view srsName = srs ? m_store.copy(value(*srs)) : std::string_view();
+    // Kept in the model; most documents repeat one name, which is then stored once.
+    std::string_view srsName;
+    if (srs) {
+        std::string_view text = value(*srs);
+        srsName = text == m_documentSrsName ? m_documentSrsName : m_store.copy(text);
+    }
     if (!srsName.empty() && info.sym != Sym::Envelope) {
         if (m_documentSrsName.empty())
             m_documentSrsName = srsName;
@@ -446,11 +451,8 @@ void ModelBuilder::startElement(char const* localName, char const* prefix, char 
         break;
     }
     case Sym::TextureAssociation:
-        if (m_currentData >= 0) {
-            m_pending->active = true;
-            m_pending->targetId = {};
-            m_pending->coords.clear();
-        }
+        if (m_currentData >= 0)
+            m_pending->start({});
         break;
     case Sym::Target:
         if (m_currentData >= 0) {
@@ -458,9 +460,7 @@ void ModelBuilder::startElement(char const* localName, char const* prefix, char 
             XmlAttribute const* href = find(attributes, count, "href", 2);
             if (uriAttr && m_surfaceData[static_cast<std::size_t>(m_currentData)].texture) {
                 flushPendingTarget();
-                m_pending->active = true;
-                m_pending->targetId = m_store.copy(stripHash(value(*uriAttr)));
-                m_pending->coords.clear();
+                m_pending->start(m_store.copy(stripHash(value(*uriAttr))));
                 f.ownsPending = true;
             } else if (href) {
                 f.href = m_store.copy(stripHash(value(*href)));
@@ -622,9 +622,9 @@ void ModelBuilder::endElement() {
             m_themeLinks.push_back({i, {}, theme});
         for (std::string_view ref : m_appearanceRefs)
             m_themeLinks.push_back({SIZE_MAX, ref, theme});
-    }
         m_inAppearance = false;
         break;
+    }
     case Sym::Theme:
         if (takeText(depth, text))
             m_theme = std::string(Numbers::trim(text));

@@ -109,6 +109,12 @@ struct ModelBuilder::PendingTarget {
     bool active = false;
     std::string_view targetId;
     std::vector<TextureCoordinates*> coords;
+
+    void start(std::string_view target) {
+        active = true;
+        targetId = target;
+        coords.clear();
+    }
 };
 
 struct ModelBuilder::GenericAttribute {

@@ -1,5 +1,7 @@
 // The same counts as ReaderCounts, taken with Debian's libcitygml. Built as a program of its own
 // because both libraries use the namespace citygml.
+#include "CountWalk.h"
+
 #include <citygml/citygml.h>
 #include <citygml/citymodel.h>
 #include <citygml/cityobject.h>
@@ -9,38 +11,6 @@
 
 #include <fstream>
 #include <iostream>
-
-namespace {
-
-struct Counts {
-    long objects = 0, geometries = 0, polygons = 0, rings = 0, vertices = 0;
-};
-
-void countGeometry(citygml::Geometry const& g, Counts& c) {
-    ++c.geometries;
-    for (unsigned i = 0; i < g.getPolygonsCount(); ++i) {
-        auto p = g.getPolygon(i);
-        ++c.polygons;
-        ++c.rings;
-        c.vertices += static_cast<long>(p->exteriorRing()->getVertices().size());
-        for (auto const& r : p->interiorRings()) {
-            ++c.rings;
-            c.vertices += static_cast<long>(r->getVertices().size());
-        }
-    }
-    for (unsigned i = 0; i < g.getGeometriesCount(); ++i)
-        countGeometry(g.getGeometry(i), c);
-}
-
-void countObject(citygml::CityObject const& o, Counts& c) {
-    ++c.objects;
-    for (unsigned i = 0; i < o.getChildCityObjectsCount(); ++i)
-        countObject(o.getChildCityObject(i), c);
-    for (unsigned i = 0; i < o.getGeometriesCount(); ++i)
-        countGeometry(o.getGeometry(i), c);
-}
-
-} // namespace
 
 int main(int argc, char** argv) {
     if (argc != 2) {
@@ -60,10 +30,10 @@ int main(int argc, char** argv) {
         std::cerr << "error: libcitygml returned no model\n";
         return 1;
     }
-    Counts c;
+    counts::Counts c;
+    auto all = [](citygml::Geometry const&) { return true; };
     for (auto const& root : model->getRootCityObjects())
-        countObject(*root, c);
-    std::cout << "objects " << c.objects << "\ngeometries " << c.geometries << "\npolygons "
-              << c.polygons << "\nrings " << c.rings << "\nvertices " << c.vertices << "\n";
+        counts::countObject(*root, c, all, all);
+    c.print(std::cout);
     return 0;
 }

@@ -1,5 +1,7 @@
 // Prints what our reader finds in a file, in the same form as OracleCounts prints it for
 // libcitygml, so that the two can be compared line by line.
+#include "CountWalk.h"
+
 #include <citygml/citygml.h>
 
 #include <algorithm>
@@ -10,44 +12,17 @@
 
 namespace {
 
-struct Counts {
-    long objects = 0, geometries = 0, polygons = 0, rings = 0, vertices = 0;
-};
-
 std::vector<std::string> ignored;
 
-bool isPointAggregate(citygml::Geometry const& g) {
-    return g.getType() == citygml::Geometry::GeometryType::GT_MultiPoint;
+// Point aggregates hold no polygons; libcitygml does not make geometries of them.
+bool countsItself(citygml::Geometry const& g) {
+    return g.getType() != citygml::Geometry::GeometryType::GT_MultiPoint;
 }
 
-void countGeometry(citygml::Geometry const& g, Counts& c) {
-    // Point aggregates hold no polygons; libcitygml does not make geometries of them.
-    if (!isPointAggregate(g))
-        ++c.geometries;
-    for (unsigned i = 0; i < g.getPolygonsCount(); ++i) {
-        auto p = g.getPolygon(i);
-        ++c.polygons;
-        ++c.rings;
-        c.vertices += static_cast<long>(p->exteriorRing()->getVertices().size());
-        for (auto const& r : p->interiorRings()) {
-            ++c.rings;
-            c.vertices += static_cast<long>(r->getVertices().size());
-        }
-    }
-    for (unsigned i = 0; i < g.getGeometriesCount(); ++i)
-        countGeometry(g.getGeometry(i), c);
-}
-
-void countObject(citygml::CityObject const& o, Counts& c) {
-    ++c.objects;
-    for (unsigned i = 0; i < o.getChildCityObjectsCount(); ++i)
-        countObject(o.getChildCityObject(i), c);
-    for (unsigned i = 0; i < o.getGeometriesCount(); ++i) {
-        std::string path = o.getGeometry(i).getNodeStackPath(o.getGeometry(i).getId(), nullptr);
-        std::string first = path.substr(0, path.find_first_of("[\\"));
-        if (std::find(ignored.begin(), ignored.end(), first) == ignored.end())
-            countGeometry(o.getGeometry(i), c);
-    }
+bool walks(citygml::Geometry const& g) {
+    std::string path = g.getNodeStackPath(g.getId(), nullptr);
+    std::string first = path.substr(0, path.find_first_of("[\\"));
+    return std::find(ignored.begin(), ignored.end(), first) == ignored.end();
 }
 
 } // namespace
@@ -72,11 +47,10 @@ int main(int argc, char** argv) {
         citygml::ParserParams params;
         params.tesselate = false;
         auto model = citygml::load(in, params);
-        Counts c;
+        counts::Counts c;
         for (auto const* root : model->getRootCityObjects())
-            countObject(*root, c);
-        std::cout << "objects " << c.objects << "\ngeometries " << c.geometries << "\npolygons "
-                  << c.polygons << "\nrings " << c.rings << "\nvertices " << c.vertices << "\n";
+            counts::countObject(*root, c, walks, countsItself);
+        c.print(std::cout);
     } catch (std::exception const& e) {
         std::cerr << "error: " << e.what() << "\n";
         return 1;

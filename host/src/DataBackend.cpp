@@ -6,6 +6,8 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
+#include <mutex>
 #include <vector>
 
 namespace koltx {
@@ -35,7 +37,21 @@ bool readFile(std::string const& path, std::vector<uint8_t>& bytes, std::string&
     return !failed;
 }
 
+std::mutex g_filterMutex;
+std::shared_ptr<DataBackend::TextureFilter const> g_filter;
+
+std::shared_ptr<DataBackend::TextureFilter const> currentFilter() {
+    std::lock_guard<std::mutex> lock(g_filterMutex);
+    return g_filter;
+}
+
 } // namespace
+
+void DataBackend::setTextureFilter(TextureFilter filter) {
+    auto next = filter ? std::make_shared<TextureFilter const>(std::move(filter)) : nullptr;
+    std::lock_guard<std::mutex> lock(g_filterMutex);
+    g_filter = std::move(next);
+}
 
 std::shared_ptr<Texture> DataBackend::resolveTexture(kolt::Cache* cache, std::wstring const& key,
                                                      ResolveMap const* resolveMap,
@@ -56,6 +72,19 @@ std::shared_ptr<Texture> DataBackend::resolveTexture(kolt::Cache* cache, std::ws
         return nullptr;
     }
     std::string const path = uri->getNativePath();
+    if (auto const filter = currentFilter()) {
+        std::error_code ec;
+        auto const canonical = std::filesystem::canonical(path, ec);
+        // A path that does not resolve fails below with the system's reason.
+        if (!ec) {
+            std::string const reason = (*filter)(canonical.string());
+            if (!reason.empty()) {
+                warn(warnings, L"Texture file '" + kolt::StringUtils::toUTF16(path) +
+                                   L"' refused: " + kolt::StringUtils::toUTF16(reason) + L".");
+                return nullptr;
+            }
+        }
+    }
     std::vector<uint8_t> bytes;
     std::string error;
     std::shared_ptr<Texture> texture;

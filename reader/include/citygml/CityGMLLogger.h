@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 namespace citygml {
@@ -22,5 +23,11 @@ public:
 private:
     LOGLEVEL m_logLevel;
 };
+
+// The logger that load() uses on this thread when it is given none. An application that reaches
+// the reader through another library (the codec passes no logger) hears the reader's diagnostics
+// this way. Returns the logger it replaces.
+std::shared_ptr<CityGMLLogger> setThreadFallbackLogger(std::shared_ptr<CityGMLLogger> logger);
+std::shared_ptr<CityGMLLogger> threadFallbackLogger();
 
 } // namespace citygml

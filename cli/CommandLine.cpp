@@ -19,6 +19,8 @@ CommandLine CommandLine::parse(std::vector<std::string> const& arguments) {
                 line.command = "version";
         } else if (arg == "--json") {
             line.json = true;
+        } else if (arg == "--names") {
+            line.names = true;
         } else if (arg == "--extensions" || arg.rfind("--extensions=", 0) == 0) {
             if (arg == "--extensions") {
                 if (i + 1 >= arguments.size())
@@ -29,7 +31,7 @@ CommandLine CommandLine::parse(std::vector<std::string> const& arguments) {
             }
             if (line.extensionsDir.empty())
                 throw UsageError("option --extensions needs a folder");
-        } else if (!line.encode.consume(arguments, i)) {
+        } else if (!line.encode.consume(arguments, i) && !line.mesh.consume(arguments, i)) {
             throw UsageError("unknown option " + arg);
         }
     }
@@ -64,14 +66,16 @@ std::string CommandLine::usage() {
            "  gmlcodec convert IN.obj OUT.gml     convert OBJ (with its .mtl and textures) to "
            "CityGML\n"
            "  gmlcodec convert IN.gml OUT.gml     decode and encode again, features and ids kept\n"
+           "  gmlcodec convert IN OUT.glb|.gltf   CityGML or OBJ to glTF 2.0, georeferenced\n"
            "  gmlcodec selfcheck                  load the codec and list its factories\n"
            "  gmlcodec --help | --version\n"
            "\n"
            "Options:\n"
            "  --json              info prints one JSON object\n"
+           "  --names             info lists every mesh name, not only the first and last\n"
            "  --extensions DIR    load the codec from DIR instead of the tool's own folder\n"
            "\n" +
-           EncodeOptions::usage() +
+           EncodeOptions::usage() + "\n" + MeshOutputOptions::usage() +
            "\n"
            "Exit codes: 0 success, 1 the work failed, 2 usage error.\n";
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "EncodeOptions.h"
+#include "gltf/MeshOutputOptions.h"
 
 #include <string>
 #include <vector>
@@ -17,6 +18,8 @@ public:
     std::string command; // "info", "convert", "selfcheck", "help" or "version"
     std::vector<std::string> files;
     bool json = false;
+    bool names = false;        // info lists every mesh name
     std::string extensionsDir; // empty: the folder of the executable
     EncodeOptions encode;      // options of a conversion to .gml
+    MeshOutputOptions mesh;    // options of conversions to .obj, .glb and .gltf
 };

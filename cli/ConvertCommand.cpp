@@ -7,8 +7,11 @@
 #include "GmlEncodeCommand.h"
 #include "ObjWriter.h"
 #include "UsageError.h"
+#include "gltf/GltfCommand.h"
+#include "lod/LodSelection.h"
 
 #include <kolt/StringUtils.h>
+#include <koltx/Geometry.h>
 
 #include <algorithm>
 #include <cctype>
@@ -36,6 +39,9 @@ int ConvertCommand::run(CodecHost const& host, CommandLine const& line, std::ost
                         std::ostream& err) {
     std::string const from = extension(line.files.at(0));
     std::string const to = extension(line.files.at(1));
+    bool const gml = from == ".gml" || from == ".xml" || from == ".citygml";
+    if ((gml || from == ".obj") && (to == ".glb" || to == ".gltf"))
+        return GltfCommand::run(host, line, out, err);
     if ((from == ".gml" || from == ".xml") && to == ".obj")
         return gmlToObj(host, line, out, err);
     if ((from == ".gml" || from == ".xml" || from == ".obj") && to == ".gml")
@@ -55,11 +61,16 @@ int ConvertCommand::gmlToObj(CodecHost const& host, CommandLine const& line, std
             err << "gmlcodec: " << warning << "\n";
         return 1;
     }
-    GeometrySummary const summary(decoded.geometry, decoded.warnings);
+    GeometrySummary summary(decoded.geometry, decoded.warnings);
+    std::vector<std::shared_ptr<koltx::Mesh>> const meshes =
+        LodSelection::fromOptions(line.mesh.allLods, line.encode.lod)
+            .apply(decoded.geometry ? decoded.geometry->getMeshes()
+                                    : std::vector<std::shared_ptr<koltx::Mesh>>());
+    summary.countMeshes(meshes); // the summary tells what was written
     std::wstring writeWarnings;
     ObjWriter writer(output);
     try {
-        writer.write(decoded.geometry, summary, writeWarnings);
+        writer.write(meshes, summary, writeWarnings);
     } catch (std::exception const& e) {
         printWarnings(decoded.warnings + writeWarnings, err);
         err << "gmlcodec: " << e.what() << "\n";

@@ -78,10 +78,28 @@ GeometrySummary::GeometrySummary(std::shared_ptr<koltx::Geometry> const& geometr
     if (!geometry)
         return;
 
+    countMeshes(geometry->getMeshes());
+
+    kolt::AttributeMap const& map = *geometry->getAttributeMap();
+    std::size_t count = 0;
+    wchar_t const* const* keys = map.getKeys(&count);
+    for (std::size_t i = 0; i < count; ++i) {
+        std::wstring const key = keys[i];
+        if (key == SpatialReferenceKey && map.getType(keys[i]) == kolt::PT_STRING)
+            spatialReference = utf8(map.getString(keys[i]));
+        else if (key.rfind(FieldsPrefix, 0) == 0)
+            attributes.emplace_back(kolt::StringUtils::toUTF8(key.substr(FieldsPrefix.size())),
+                                    jsonValue(map, keys[i]));
+    }
+}
+
+void GeometrySummary::countMeshes(std::vector<std::shared_ptr<koltx::Mesh>> const& list) {
     std::set<void const*> materialSet;
     std::set<void const*> textureSet;
-    meshes = geometry->getMeshes().size();
-    for (auto const& mesh : geometry->getMeshes()) {
+    meshes = list.size();
+    faces = holes = vertices = 0;
+    meshNames.clear();
+    for (auto const& mesh : list) {
         meshNames.push_back(kolt::StringUtils::toUTF8(mesh->getName()));
         vertices += mesh->getVertexCount();
         for (uint32_t face = 0; face < mesh->getFaceCount(); ++face) {
@@ -100,18 +118,6 @@ GeometrySummary::GeometrySummary(std::shared_ptr<koltx::Geometry> const& geometr
     }
     materials = materialSet.size();
     textures = textureSet.size();
-
-    kolt::AttributeMap const& map = *geometry->getAttributeMap();
-    std::size_t count = 0;
-    wchar_t const* const* keys = map.getKeys(&count);
-    for (std::size_t i = 0; i < count; ++i) {
-        std::wstring const key = keys[i];
-        if (key == SpatialReferenceKey && map.getType(keys[i]) == kolt::PT_STRING)
-            spatialReference = utf8(map.getString(keys[i]));
-        else if (key.rfind(FieldsPrefix, 0) == 0)
-            attributes.emplace_back(kolt::StringUtils::toUTF8(key.substr(FieldsPrefix.size())),
-                                    jsonValue(map, keys[i]));
-    }
 }
 
 std::string GeometrySummary::toJson() const {

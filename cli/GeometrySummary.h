@@ -9,7 +9,8 @@
 
 namespace koltx {
 class Geometry;
-}
+class Mesh;
+} // namespace koltx
 
 // What `gmlcodec info` reports about one decoded file. Texts are UTF-8.
 class GeometrySummary {
@@ -30,6 +31,9 @@ public:
     std::vector<Attribute> attributes;
     std::vector<std::string> warnings; // one per line
     std::vector<std::string> meshNames;
+
+    // Counts these meshes instead (meshes, faces, holes, vertices, materials, textures, names).
+    void countMeshes(std::vector<std::shared_ptr<koltx::Mesh>> const& meshes);
 
     std::string toJson() const;
     std::string toText() const;

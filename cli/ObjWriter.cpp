@@ -123,6 +123,12 @@ std::string ObjWriter::textureFile(koltx::Material const& material, std::wstring
 
 void ObjWriter::write(std::shared_ptr<koltx::Geometry> const& geometry,
                       GeometrySummary const& summary, std::wstring& warnings) {
+    write(geometry ? geometry->getMeshes() : std::vector<std::shared_ptr<koltx::Mesh>>(), summary,
+          warnings);
+}
+
+void ObjWriter::write(std::vector<std::shared_ptr<koltx::Mesh>> const& meshes,
+                      GeometrySummary const& summary, std::wstring& warnings) {
     AtomicFile objFile(obj);
     std::ostream& out = objFile.stream();
     out << "# gmlcodec " << GMLCODEC_VERSION << "\n"
@@ -132,8 +138,8 @@ void ObjWriter::write(std::shared_ptr<koltx::Geometry> const& geometry,
     std::size_t vertexBase = 1;
     std::size_t uvBase = 1;
     std::size_t meshNumber = 0;
-    if (geometry) {
-        for (auto const& original : geometry->getMeshes()) {
+    {
+        for (auto const& original : meshes) {
             auto const mesh = koltx::MeshUtils::triangulateHoles(original, &warnings);
             // OBJ reads a backslash at the end of a line as a line continuation (Blender and
             // Assimp do), and every mesh path ends in one. The mesh's number goes behind it: a

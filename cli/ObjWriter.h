@@ -10,6 +10,7 @@ class GeometrySummary;
 namespace koltx {
 class Geometry;
 class Material;
+class Mesh;
 class Texture;
 } // namespace koltx
 
@@ -26,6 +27,9 @@ public:
     // cannot be copied) are appended to `warnings`.
     void write(std::shared_ptr<koltx::Geometry> const& geometry, GeometrySummary const& summary,
                std::wstring& warnings);
+    // The same for a chosen set of meshes.
+    void write(std::vector<std::shared_ptr<koltx::Mesh>> const& meshes,
+               GeometrySummary const& summary, std::wstring& warnings);
 
     std::filesystem::path const& mtlPath() const { return mtl; }
     std::filesystem::path const& attributesPath() const { return attributes; }

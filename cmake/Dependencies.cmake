@@ -10,5 +10,8 @@ find_package(Boost 1.74 REQUIRED)
 find_package(OpenGL QUIET)
 pkg_check_modules(GLU REQUIRED IMPORTED_TARGET glu)
 find_package(tinyobjloader QUIET)
+# The tool georeferences glTF output with PROJ and writes its JSON with nlohmann/json.
+pkg_check_modules(PROJ REQUIRED IMPORTED_TARGET proj)
+find_package(nlohmann_json 3 REQUIRED)
 # Debian's libcitygml is only a test oracle for the reader; never linked into our libraries.
 find_package(citygml QUIET)

@@ -2,6 +2,9 @@
 
 #include "koltx/MeshBuilder.h"
 
+#include "FaceTriangulator.h"
+#include "MeshData.h"
+
 #include <GL/glu.h>
 
 #include <algorithm>
@@ -311,6 +314,15 @@ std::shared_ptr<Mesh> MeshUtils::triangulateHoles(std::shared_ptr<Mesh> const& m
         }
     }
     return builder.createSharedAndReset(warnings);
+}
+
+std::shared_ptr<Mesh> MeshUtils::triangulate(std::shared_ptr<Mesh> const& mesh,
+                                             std::wstring* warnings) {
+    if (!mesh)
+        return mesh;
+    MeshData data = MeshData::fromMesh(*triangulateHoles(mesh, warnings));
+    FaceTriangulator::triangulate(data, warnings);
+    return data.toMesh();
 }
 
 void MeshUtils::faceNormal(Mesh const& mesh, uint32_t face, double* normal) {

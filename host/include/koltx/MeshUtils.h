@@ -15,6 +15,11 @@ public:
     // kept without its holes, with one line in `warnings` (may be null).
     static std::shared_ptr<Mesh> triangulateHoles(std::shared_ptr<Mesh> const& mesh,
                                                   std::wstring* warnings = nullptr);
+    // Every face as triangles: faces with holes as triangulateHoles does, then every face of more
+    // than three vertices with the same tesselator. Faces it rejects stay whole, with one line in
+    // `warnings` (may be null).
+    static std::shared_ptr<Mesh> triangulate(std::shared_ptr<Mesh> const& mesh,
+                                             std::wstring* warnings = nullptr);
 
     // Area of the polygon of one face, its holes not subtracted.
     static double faceArea(Mesh const& mesh, uint32_t face);

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "lod/MeshPath.h"
+
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+// One row per feature that carries geometry, in the order features are first met. A feature is
+// known by its mesh path up to its own element; one without an id gets a generated one such as
+// `bldg:WallSurface:3`, which no gml:id can equal (ids hold no colon).
+class FeatureTable {
+public:
+    struct Row {
+        std::string id;
+        std::string tag;
+        std::string topId;
+        std::string path;
+        int lod = -1; // highest level among the feature's meshes; -1 for none
+    };
+
+    // The row of the mesh with this path, added when new.
+    uint32_t add(MeshPath const& path);
+    // The id of a top-level feature, generated the same way when it has none.
+    std::string const& topId(MeshPath const& path);
+
+    std::vector<Row> const& rows() const { return table; }
+
+private:
+    std::string generated(std::string const& tag);
+
+    std::unordered_map<std::string, uint32_t> byKey;
+    std::unordered_map<std::string, std::string> topIds;
+    std::unordered_map<std::string, uint32_t> counters;
+    std::vector<Row> table;
+};

@@ -1,0 +1,86 @@
+#include "MeshPath.h"
+
+#include <cctype>
+
+namespace {
+
+struct Element {
+    std::string_view text; // `tag[id]` or `tag`
+    std::string_view tag;
+    std::string_view id;
+};
+
+Element split(std::string_view text) {
+    Element e{text, text, {}};
+    std::size_t const open = text.find('[');
+    if (open != std::string_view::npos) {
+        e.tag = text.substr(0, open);
+        std::size_t const close = text.find(']', open);
+        e.id = text.substr(open + 1,
+                           (close == std::string_view::npos ? text.size() : close) - open - 1);
+    }
+    return e;
+}
+
+std::string_view localName(std::string_view tag) {
+    std::size_t const colon = tag.find(':');
+    return colon == std::string_view::npos ? tag : tag.substr(colon + 1);
+}
+
+// `lod2MultiSurface`, `lod0FootPrint`, `lod3solid`: the digit after "lod", else -1.
+int levelOf(std::string_view tag) {
+    std::string_view const name = localName(tag);
+    if (name.size() < 4 || std::tolower(static_cast<unsigned char>(name[0])) != 'l' ||
+        std::tolower(static_cast<unsigned char>(name[1])) != 'o' ||
+        std::tolower(static_cast<unsigned char>(name[2])) != 'd' ||
+        !std::isdigit(static_cast<unsigned char>(name[3])))
+        return -1;
+    return name[3] - '0';
+}
+
+bool isGml(std::string_view tag) {
+    return tag.rfind("gml:", 0) == 0;
+}
+
+// Feature types are written with a capital (Building, WallSurface); properties are not.
+bool isFeature(std::string_view tag) {
+    std::string_view const name = localName(tag);
+    return !isGml(tag) && !name.empty() && std::isupper(static_cast<unsigned char>(name[0]));
+}
+
+} // namespace
+
+MeshPath MeshPath::parse(std::string_view path) {
+    MeshPath out;
+    bool inGeometry = false;
+    std::size_t featureEnd = 0;
+    std::size_t start = 0;
+    bool first = true;
+    while (start < path.size()) {
+        std::size_t end = path.find('\\', start);
+        if (end == std::string_view::npos)
+            end = path.size();
+        Element const e = split(path.substr(start, end - start));
+        if (first) {
+            out.topKey = std::string(e.text);
+            out.topId = std::string(e.id);
+            out.featureTag = std::string(e.tag);
+            out.featureId = out.topId;
+            featureEnd = end;
+            first = false;
+        }
+        int const level = levelOf(e.tag);
+        if (level >= 0 && out.lod < 0)
+            out.lod = level;
+        if (level >= 0 || isGml(e.tag))
+            inGeometry = true;
+        if (!inGeometry && start > 0 && isFeature(e.tag)) {
+            out.featureTag = std::string(e.tag);
+            out.featureId = std::string(e.id);
+            featureEnd = end;
+        }
+        start = end + 1;
+    }
+    out.featureKey = std::string(path.substr(0, featureEnd));
+    return out;
+}

@@ -16,6 +16,7 @@
 #include <cmath>
 #include <cstring>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <stdexcept>
 #include <unordered_map>
@@ -84,6 +85,29 @@ std::string mimeOf(fs::path const& file) {
     if (head[0] == 0xFF && head[1] == 0xD8)
         return "image/jpeg";
     return std::string();
+}
+
+// A PNG's bytes without the chunks that declare a colour space (iCCP, cHRM, gAMA, sRGB, cICP):
+// glTF defines base colours as sRGB and viewers ignore them. Pixels stay byte for byte; an
+// empty result means nothing had to go.
+std::string withoutColourSpace(fs::path const& file) {
+    std::ifstream in(file, std::ios::binary);
+    std::string const data((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    std::string out = data.substr(0, 8);
+    bool dropped = false;
+    for (std::size_t i = 8; i + 12 <= data.size();) {
+        auto const* p = reinterpret_cast<unsigned char const*>(data.data() + i);
+        uint64_t const length = (uint64_t(p[0]) << 24) | (p[1] << 16) | (p[2] << 8) | p[3];
+        if (i + 12 + length > data.size())
+            return std::string(); // damaged: left as it is
+        std::string const type = data.substr(i + 4, 4);
+        if (type == "iCCP" || type == "cHRM" || type == "gAMA" || type == "sRGB" || type == "cICP")
+            dropped = true;
+        else
+            out.append(data, i, 12 + length);
+        i += 12 + length;
+    }
+    return dropped ? out : std::string();
 }
 
 // Letters, digits, "-", "_" and "." stay; the rest is percent-encoded for a URI.
@@ -166,7 +190,13 @@ uint32_t GltfWriter::materialIndex(koltx::Material const* material, std::wstring
             }
             if (entry.image < 0) {
                 entry.image = static_cast<int>(images.size());
-                images.push_back(Image{source, fs::file_size(source), mime});
+                Image image{source, fs::file_size(source), mime, std::string()};
+                if (mime == "image/png") {
+                    image.bytes = withoutColourSpace(source);
+                    if (!image.bytes.empty())
+                        image.size = image.bytes.size();
+                }
+                images.push_back(std::move(image));
             }
             break;
         }
@@ -568,6 +598,11 @@ void GltfWriter::writeBinary(std::ostream& stream, bool embedImages) const {
     }
     if (embedImages) {
         for (auto const& image : images) {
+            if (!image.bytes.empty()) {
+                out.put(image.bytes.data(), image.bytes.size());
+                out.pad(align4(image.size) - image.size);
+                continue;
+            }
             std::ifstream source(image.source, std::ios::binary);
             std::vector<char> chunk(1 << 16);
             uint64_t copied = 0;
@@ -637,7 +672,10 @@ void GltfWriter::writeGltf(fs::path const& path) const {
     for (std::size_t i = 0; i < images.size(); ++i) {
         std::ifstream source(images[i].source, std::ios::binary);
         files.push_back(std::make_unique<AtomicFile>(dir / names[i]));
-        files.back()->stream() << source.rdbuf();
+        if (!images[i].bytes.empty())
+            files.back()->stream() << images[i].bytes;
+        else
+            files.back()->stream() << source.rdbuf();
         if (!source)
             throw std::runtime_error("cannot read " + images[i].source.string());
     }

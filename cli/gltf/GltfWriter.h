@@ -76,6 +76,7 @@ private:
         std::filesystem::path source;
         uint64_t size = 0;
         std::string mime;
+        std::string bytes; // the PNG without its colour-space chunks, when it had any
     };
 
     void plan(std::wstring& warnings);

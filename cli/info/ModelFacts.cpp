@@ -37,6 +37,9 @@ ModelFacts::ModelFacts(std::string const& file,
     std::array<double, 6> b{INFINITY, INFINITY, INFINITY, -INFINITY, -INFINITY, -INFINITY};
     for (auto const& mesh : meshes) {
         MeshPath const path = MeshPath::parse(kolt::StringUtils::toUTF8(mesh->getName()));
+        // Top-level features count even when only their parts carry geometry.
+        if (features.insert(path.topKey).second)
+            ++featuresByClass[path.topKey.substr(0, path.topKey.find('['))];
         if (features.insert(path.featureKey).second)
             ++featuresByClass[path.featureTag];
         if (path.lod >= 0)

@@ -113,49 +113,21 @@ TEST_F(ToolProcess, SelfcheckListsTheCodecFactories) {
 }
 
 TEST_F(ToolProcess, InfoJsonOfTheExample) {
-    ToolRun const r = run("info --json " + example());
+    fs::path const golden = testsupport::sourceDir() / "tests" / "golden" / "cli";
+    ToolRun const r = run("info --json --names " + example());
     EXPECT_EQ(r.code, 0) << r.err;
     EXPECT_EQ(r.err, "");
-    EXPECT_EQ(
-        r.out,
-        R"({"meshes": 5, "faces": 13, "holes": 1, "vertices": 58, "materials": 3, "textures": 1, )"
-        R"("spatialReference": "EPSG:25832", "attributes": {"eavesHeight": 6, "measuredHeight": )"
-        R"("9.0", "name": "Small house", "owner": "Town of Example", "storeys": 2}, "warnings": [], )"
-        R"("meshNames": ["bldg:Building[house]\\bldg:boundedBy[]\\bldg:GroundSurface[ground]\\)"
-        R"(bldg:lod2MultiSurface[]\\gml:MultiSurface[]\\", "bldg:Building[house]\\bldg:boundedBy[]\\)"
-        R"(bldg:WallSurface[wall-south]\\bldg:lod2MultiSurface[]\\gml:MultiSurface[]\\", )"
-        R"("bldg:Building[house]\\bldg:boundedBy[]\\bldg:WallSurface[wall-gables]\\)"
-        R"(bldg:lod2MultiSurface[]\\gml:MultiSurface[]\\", "bldg:Building[house]\\bldg:boundedBy[]\\)"
-        R"(bldg:RoofSurface[roof]\\bldg:lod2MultiSurface[]\\gml:MultiSurface[]\\", )"
-        R"("bldg:Building[house]\\bldg:consistsOfBuildingPart[]\\bldg:BuildingPart[garage]\\)"
-        R"(bldg:lod2Solid[]\\gml:Solid[garage-solid]\\gml:CompositeSurface[]\\"]})"
-        "\n");
+    EXPECT_EQ(r.out, readFile(golden / "info_small_house.json"));
+    // Without --names only the first and the last mesh name.
+    EXPECT_NE(run("info --json " + example())
+                  .out.find(R"(MultiSurface[]\\", "bldg:Building[house]\\bldg:consistsOf)"),
+              std::string::npos);
 
     ToolRun const text = run("info " + example());
     EXPECT_EQ(text.code, 0);
     std::string const path = (testsupport::sourceDir() / "examples" / "small_house.gml").string();
     EXPECT_EQ(text.out,
-              "file:              " + path +
-                  "\n"
-                  "meshes:            5\n"
-                  "faces:             13\n"
-                  "holes:             1\n"
-                  "vertices:          58\n"
-                  "materials:         3\n"
-                  "textures:          1\n"
-                  "spatial reference: EPSG:25832\n"
-                  "attributes:        5\n"
-                  "  eavesHeight = 6\n"
-                  "  measuredHeight = \"9.0\"\n"
-                  "  name = \"Small house\"\n"
-                  "  owner = \"Town of Example\"\n"
-                  "  storeys = 2\n"
-                  "warnings:          0\n"
-                  "first mesh:        bldg:Building[house]\\bldg:boundedBy[]\\"
-                  "bldg:GroundSurface[ground]\\bldg:lod2MultiSurface[]\\gml:MultiSurface[]\\\n"
-                  "last mesh:         bldg:Building[house]\\bldg:consistsOfBuildingPart[]\\"
-                  "bldg:BuildingPart[garage]\\bldg:lod2Solid[]\\gml:Solid[garage-solid]\\"
-                  "gml:CompositeSurface[]\\\n");
+              "file:              " + path + "\n" + readFile(golden / "info_small_house.txt"));
 }
 
 TEST_F(ToolProcess, ConvertTheExampleToObj) {
@@ -259,7 +231,8 @@ TEST_F(ToolProcess, FilesWithoutPolygonsSummariseZeroMeshes) {
     r = run("info --json '" + (dir / "empty.gml").string() + "'");
     EXPECT_EQ(r.out, R"({"meshes": 0, "faces": 0, "holes": 0, "vertices": 0, "materials": 0, )"
                      R"("textures": 0, "spatialReference": null, "attributes": {}, )"
-                     R"("warnings": [], "meshNames": []})"
+                     R"("warnings": [], "meshNames": [], "version": "2.0", "crs": null, )"
+                     R"("featuresByClass": {}, "lods": [], "boundingBox": null})"
                      "\n");
     r = run("convert '" + (dir / "empty.gml").string() + "' '" + (dir / "e.obj").string() + "'");
     EXPECT_EQ(r.code, 0) << r.err;

@@ -69,7 +69,7 @@ void appendArray(std::string& out, std::vector<std::string> const& items) {
 } // namespace
 
 GeometrySummary::GeometrySummary(std::shared_ptr<koltx::Geometry> const& geometry,
-                                 std::wstring const& warningText) {
+                                 std::wstring const& warningText, bool withMeshes) {
     std::wistringstream lines(warningText);
     for (std::wstring line; std::getline(lines, line);) {
         if (!line.empty())
@@ -78,7 +78,8 @@ GeometrySummary::GeometrySummary(std::shared_ptr<koltx::Geometry> const& geometr
     if (!geometry)
         return;
 
-    countMeshes(geometry->getMeshes());
+    if (withMeshes)
+        countMeshes(geometry->getMeshes());
 
     kolt::AttributeMap const& map = *geometry->getAttributeMap();
     std::size_t count = 0;

@@ -19,7 +19,9 @@ public:
     using Attribute = std::pair<std::string, std::string>;
 
     // `geometry` may be null (a file without polygons).
-    GeometrySummary(std::shared_ptr<koltx::Geometry> const& geometry, std::wstring const& warnings);
+    // `withMeshes` false leaves the mesh counts at zero (spatial reference and attributes only).
+    GeometrySummary(std::shared_ptr<koltx::Geometry> const& geometry, std::wstring const& warnings,
+                    bool withMeshes = true);
 
     std::size_t meshes = 0;
     uint64_t faces = 0; // faces that are not holes

@@ -89,7 +89,7 @@ int GltfCommand::run(CodecHost const& host, CommandLine const& line, std::ostrea
         if (geometry)
             meshes = geometry->getMeshes();
     }
-    GeometrySummary const summary(geometry, std::wstring());
+    GeometrySummary const summary(geometry, std::wstring(), false);
     std::vector<std::shared_ptr<koltx::Mesh>> selected =
         LodSelection::fromOptions(line.mesh.allLods, line.encode.lod).apply(meshes);
 

@@ -60,7 +60,13 @@ bool convex(koltx::Mesh const& mesh, uint32_t face) {
         double const e2[3] = {d[0] - b[0], d[1] - b[1], d[2] - b[2]};
         double const cross[3] = {e1[1] * e2[2] - e1[2] * e2[1], e1[2] * e2[0] - e1[0] * e2[2],
                                  e1[0] * e2[1] - e1[1] * e2[0]};
-        if (cross[0] * normal[0] + cross[1] * normal[1] + cross[2] * normal[2] < 0)
+        // Collinear corners give a turn of rounding noise, which is no concavity.
+        double const turn = cross[0] * normal[0] + cross[1] * normal[1] + cross[2] * normal[2];
+        double const scale = std::sqrt((e1[0] * e1[0] + e1[1] * e1[1] + e1[2] * e1[2]) *
+                                       (e2[0] * e2[0] + e2[1] * e2[1] + e2[2] * e2[2]) *
+                                       (normal[0] * normal[0] + normal[1] * normal[1] +
+                                        normal[2] * normal[2]));
+        if (turn < -1e-9 * scale)
             return false;
     }
     return true;
@@ -251,7 +257,7 @@ void GltfWriter::plan(std::wstring& warnings) {
             }
             if (!used) {
                 used = true;
-                MeshPath const path = MeshPath::parse(kolt::StringUtils::toUTF8(mesh.getName()));
+                MeshPath const path = MeshPath::parse(mesh.getName());
                 meshFeature[m] = table.add(path);
                 if (in.perFeature) {
                     auto const [it, added] =

@@ -36,7 +36,7 @@ ModelFacts::ModelFacts(std::string const& file,
     std::unordered_set<std::string> features;
     std::array<double, 6> b{INFINITY, INFINITY, INFINITY, -INFINITY, -INFINITY, -INFINITY};
     for (auto const& mesh : meshes) {
-        MeshPath const path = MeshPath::parse(kolt::StringUtils::toUTF8(mesh->getName()));
+        MeshPath const path = MeshPath::parse(mesh->getName());
         // Top-level features count even when only their parts carry geometry.
         if (features.insert(path.topKey).second)
             ++featuresByClass[path.topKey.substr(0, path.topKey.find('['))];

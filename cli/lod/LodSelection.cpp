@@ -42,7 +42,7 @@ LodSelection::apply(std::vector<std::shared_ptr<koltx::Mesh>> const& meshes) con
     std::vector<MeshPath> paths;
     paths.reserve(meshes.size());
     for (auto const& mesh : meshes)
-        paths.push_back(MeshPath::parse(kolt::StringUtils::toUTF8(mesh->getName())));
+        paths.push_back(MeshPath::parse(mesh->getName()));
     std::vector<bool> const kept = keep(paths);
     std::vector<std::shared_ptr<koltx::Mesh>> out;
     for (std::size_t i = 0; i < meshes.size(); ++i) {

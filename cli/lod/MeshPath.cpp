@@ -1,5 +1,7 @@
 #include "MeshPath.h"
 
+#include <kolt/StringUtils.h>
+
 #include <cctype>
 
 namespace {
@@ -83,4 +85,15 @@ MeshPath MeshPath::parse(std::string_view path) {
     }
     out.featureKey = std::string(path.substr(0, featureEnd));
     return out;
+}
+
+MeshPath MeshPath::parse(std::wstring const& name) {
+    // Mesh paths are nearly always ASCII: narrowed directly, the general conversion otherwise.
+    std::string narrow(name.size(), '\0');
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        if (static_cast<unsigned>(name[i]) >= 0x80)
+            return parse(std::string_view(kolt::StringUtils::toUTF8(name)));
+        narrow[i] = static_cast<char>(name[i]);
+    }
+    return parse(std::string_view(narrow));
 }

@@ -16,4 +16,6 @@ struct MeshPath {
     int lod = -1;           // -1 when no element names a level
 
     static MeshPath parse(std::string_view path);
+    // The same for a host mesh name (UTF-16).
+    static MeshPath parse(std::wstring const& name);
 };

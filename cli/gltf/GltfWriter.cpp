@@ -62,10 +62,10 @@ bool convex(koltx::Mesh const& mesh, uint32_t face) {
                                  e1[0] * e2[1] - e1[1] * e2[0]};
         // Collinear corners give a turn of rounding noise, which is no concavity.
         double const turn = cross[0] * normal[0] + cross[1] * normal[1] + cross[2] * normal[2];
-        double const scale = std::sqrt((e1[0] * e1[0] + e1[1] * e1[1] + e1[2] * e1[2]) *
-                                       (e2[0] * e2[0] + e2[1] * e2[1] + e2[2] * e2[2]) *
-                                       (normal[0] * normal[0] + normal[1] * normal[1] +
-                                        normal[2] * normal[2]));
+        double const scale =
+            std::sqrt((e1[0] * e1[0] + e1[1] * e1[1] + e1[2] * e1[2]) *
+                      (e2[0] * e2[0] + e2[1] * e2[1] + e2[2] * e2[2]) *
+                      (normal[0] * normal[0] + normal[1] * normal[1] + normal[2] * normal[2]));
         if (turn < -1e-9 * scale)
             return false;
     }

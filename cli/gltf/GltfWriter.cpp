@@ -537,8 +537,6 @@ void GltfWriter::writeBinary(std::ostream& stream, bool embedImages) const {
     std::vector<float> positions;
     for (auto const& p : primitives) {
         bool const textured = vertexStride(p) == 36;
-        float const feature0 = 0;
-        (void)feature0;
         uint32_t current = UINT32_MAX;
         for (auto const& ref : p.faces) {
             koltx::Mesh const& mesh = *in.meshes[ref.mesh];

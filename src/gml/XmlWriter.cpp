@@ -111,12 +111,6 @@ void XmlWriter::writeColorElement(std::wstring_view tag, const std::vector<doubl
 void XmlWriter::writeCoordinatesElement(std::wstring_view tag, const std::vector<double>& values,
                                         std::size_t closingCount,
                                         const AttributeTable& attributes) {
-    writeCoordinatesElement(tag, values.data(), values.size(), closingCount, attributes);
-}
-
-void XmlWriter::writeCoordinatesElement(std::wstring_view tag, const double* values,
-                                        std::size_t count, std::size_t closingCount,
-                                        const AttributeTable& attributes) {
     beginLine();
     line += '<';
     const std::size_t nameStart = line.size();
@@ -126,8 +120,8 @@ void XmlWriter::writeCoordinatesElement(std::wstring_view tag, const double* val
     line += ">\n";
     line.append(depth, ' ');
     flushLine();
-    writeCoordinates(values, count);
-    writeCoordinates(values, std::min(closingCount, count));
+    writeCoordinates(values);
+    writeCoordinates(values.data(), std::min(closingCount, values.size()));
     // The head is not needed any more: the tail reuses its name.
     line.erase(0, nameStart);
     line.resize(nameEnd - nameStart);

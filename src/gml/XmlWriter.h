@@ -34,9 +34,6 @@ public:
     void writeCoordinatesElement(std::wstring_view tag, const std::vector<double>& values,
                                  std::size_t closingCount,
                                  const AttributeTable& attributes = emptyAttributes());
-    void writeCoordinatesElement(std::wstring_view tag, const double* values, std::size_t count,
-                                 std::size_t closingCount,
-                                 const AttributeTable& attributes = emptyAttributes());
 
     void writeCoordinates(const std::vector<double>& values);
     void writeCoordinates(const double* values, std::size_t count);

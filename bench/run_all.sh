@@ -48,21 +48,21 @@ out="$data/out"
 rm -rf "$out" && mkdir -p "$out"
 
 # The baseline for obj2gml writes as many numbers as the tool's document holds, with as many
-# decimals as its coordinates have.
-"$bin0/gmlcodec" convert "$obj" "$out/grid.gml" >/dev/null 2>&1
+# decimals as the tool's vertex precision keeps.
+precision=$("$bin0/gmlcodec" convert "$obj" "$out/grid.gml" 2>/dev/null | sed -n 's/.*vertex precision \([0-9.e-]*\).*/\1/p')
 obj_coords=$("$bin0/encoder_bench_tools" count "$out/grid.gml")
-obj_decimals=$(grep -m1 -o '<gml:posList[^>]*>[^ <]*' "$out/grid.gml" | sed 's/.*>//; s/.*\.//' |
-    tr -d '\n' | wc -c)
+obj_decimals=$(awk -v p="$precision" 'BEGIN {printf "%d", -log(p) / log(10) + 0.5}')
 rm -rf "$out" && mkdir -p "$out"
 
-# case name -> command (BIN stands for the build's bin folder)
+# case name -> command (BIN stands for the build's bin folder; the baselines are the first
+# build's, the same programs for every build)
 declare -A command=(
-    [sax]="BIN/reader_bench_sax $big"
-    [libcitygml]="BIN/libcitygml_bench_load $big"
+    [sax]="$bin0/reader_bench_sax $big"
+    [libcitygml]="$bin0/libcitygml_bench_load $big"
     [info]="BIN/gmlcodec info --json $big"
     [gml2gml]="BIN/gmlcodec convert $big $out/big.gml"
     [obj2gml]="BIN/gmlcodec convert $obj $out/grid.gml"
-    [to_chars]="BIN/encoder_bench_tools to-chars $obj_coords $obj_decimals $out/numbers.txt"
+    [to_chars]="$bin0/encoder_bench_tools to-chars $obj_coords $obj_decimals $out/numbers.txt"
 )
 cases=(sax libcitygml info gml2gml obj2gml to_chars)
 

@@ -102,4 +102,27 @@ void BM_WriterPolygonElements(benchmark::State& state) {
 }
 BENCHMARK(BM_WriterPolygonElements);
 
+// The element frame of one polygon, as the tree writes it around each coordinate list.
+void BM_WriterElements(benchmark::State& state) {
+    CountingBuffer sink;
+    std::ostream stream(&sink);
+    gml::XmlWriter writer(stream, 3, precision);
+    writer.depth = 8;
+    const std::wstring id = L"e3a1c6b2-5f1d-4c1e-9b7a-2d4f6a8c0e12_poly0";
+    const std::wstring ring = id + L".f0b1c2d3-4e5f-4a6b-8c7d-9e0f1a2b3c4d";
+    for (auto _ : state) {
+        writer.startElement(L"gml:surfaceMember");
+        writer.startElement(L"gml:Polygon", id);
+        writer.startElement(L"gml:exterior");
+        writer.startElement(L"gml:LinearRing", ring);
+        writer.endElement();
+        writer.endElement();
+        writer.endElement();
+        writer.endElement();
+    }
+    benchmark::DoNotOptimize(sink.count);
+    state.SetItemsProcessed(state.iterations() * 4);
+}
+BENCHMARK(BM_WriterElements);
+
 } // namespace

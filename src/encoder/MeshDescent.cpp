@@ -56,13 +56,20 @@ void addPolygons(CityModelDocument& document, gml::CityElementNode& node, std::w
 
 } // namespace
 
+void usePrefix(CityModelDocument& document, std::wstring_view prefix) {
+    for (auto const& known : document.usedPrefixes)
+        if (known == prefix)
+            return;
+    document.usedPrefixes.emplace(prefix);
+}
+
 void addMesh(CityModelDocument& document, std::shared_ptr<gml::CityElementNode> const& parent,
              PathIterator& iterator, std::shared_ptr<koltx::Mesh> const& mesh, bool pathGiven) {
     std::wstring_view const tag = iterator.tag;
     std::wstring_view const id = iterator.id;
     auto const colon = tag.find(L':');
     if (colon != std::wstring_view::npos)
-        document.usedPrefixes.emplace(tag.substr(0, colon));
+        usePrefix(document, tag.substr(0, colon));
 
     if (auto child = findChild(*parent, id)) {
         ++iterator;

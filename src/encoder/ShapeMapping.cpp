@@ -15,6 +15,8 @@
 #include <koltx/EncodePreparator.h>
 #include <koltx/Geometry.h>
 
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace {
@@ -47,6 +49,9 @@ struct ShapeState {
     std::uint64_t initialShapeIndex;
     std::wstring constructionId;
     CityModelDocument::NodeGroup group;
+    // The first node of `group` with each id, as a scan from the front finds it; a shape can
+    // hold a whole city, so a scan per mesh would be quadratic. Views into the nodes' ids.
+    std::unordered_map<std::wstring_view, std::size_t> firstById;
 };
 
 void placeMesh(ShapeState& state, std::shared_ptr<koltx::Mesh> const& mesh) {
@@ -69,19 +74,18 @@ void placeMesh(ShapeState& state, std::shared_ptr<koltx::Mesh> const& mesh) {
 
     PathIterator iterator(path);
     if (iterator.tag.find(L':') != std::wstring_view::npos)
-        document.usedPrefixes.emplace(prefixOf(iterator.tag));
+        usePrefix(document, prefixOf(iterator.tag));
 
-    for (auto& node : state.group) {
-        if (node->id == iterator.id) {
-            PathIterator next = iterator;
-            ++next;
-            addMesh(document, node, next, mesh, pathGiven);
-            return;
-        }
+    auto const known = state.firstById.find(iterator.id);
+    if (known != state.firstById.end()) {
+        PathIterator next = iterator;
+        ++next;
+        addMesh(document, state.group[known->second], next, mesh, pathGiven);
+        return;
     }
 
     if (!state.attributes.empty())
-        document.usedPrefixes.emplace(L"gen");
+        usePrefix(document, L"gen");
     bool const first = state.group.empty();
     gml::AttributeMap const noAttributes;
     std::shared_ptr<gml::CityElementNode> node = makeTopLevelNode(
@@ -90,8 +94,9 @@ void placeMesh(ShapeState& state, std::shared_ptr<koltx::Mesh> const& mesh) {
     PathIterator next = iterator;
     ++next;
     addMesh(document, node, next, mesh, pathGiven);
-    document.usedPrefixes.emplace(L"core");
+    usePrefix(document, L"core");
     state.group.push_back(node);
+    state.firstById.emplace(state.group.back()->id, state.group.size() - 1);
 }
 
 } // namespace
@@ -131,7 +136,8 @@ void addInitialShape(CityModelDocument& document,
     std::vector<koltx::EncodePreparator::FinalizedInstance> instances;
     document.preparator->fetchInstances(instances, flags, 0);
 
-    ShapeState state{document, attributes, envelope, initialShapeIndex, gml::newUuidString(), {}};
+    ShapeState state{document, attributes, envelope, initialShapeIndex, gml::newUuidString(),
+                     {},       {}};
     for (auto const& instance : instances)
         for (auto const& mesh : instance.getGeometry()->getMeshes())
             placeMesh(state, mesh);

@@ -55,15 +55,17 @@ void PolygonNode::write(XmlWriter& writer) {
     const std::vector<double>& coords = mesh->getVertexCoords();
     const std::uint32_t* indices = mesh->getFaceVertexIndices(faceIndex);
     const std::uint32_t count = mesh->getFaceVertexCount(faceIndex);
-    std::vector<double> list;
-    list.reserve(static_cast<std::size_t>(count) * 3);
+    // One buffer for all polygons of the thread: a document has hundreds of thousands.
+    thread_local std::vector<double> list;
+    list.clear();
     for (std::uint32_t i = 0; i < count; ++i) {
         const double* vertex = coords.data() + static_cast<std::size_t>(indices[i]) * 3;
         list.push_back(vertex[0]);
         list.push_back(-vertex[2]);
         list.push_back(vertex[1]);
     }
-    writer.writeCoordinatesElement(L"gml:posList", list, 3, {{L"srsDimension", L"3"}});
+    static const AttributeTable dimension{{L"srsDimension", L"3"}};
+    writer.writeCoordinatesElement(L"gml:posList", list, 3, dimension);
 
     writer.endElement();
     writer.endElement();

@@ -33,4 +33,18 @@ std::string toUtf8(const std::wstring& text) {
     return std::string(buffer.data(), length);
 }
 
+void appendUtf8(std::string& out, std::wstring_view text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        wchar_t const unit = text[i];
+        if (unit == 0)
+            return;
+        if (unit < 0 || unit >= 0x80) {
+            // The rest starts after ASCII, so no surrogate pair is cut.
+            out += toUtf8(std::wstring(text.substr(i)));
+            return;
+        }
+        out += static_cast<char>(unit);
+    }
+}
+
 } // namespace gml

@@ -15,71 +15,87 @@ std::string XmlWriter::indentation() const {
     return std::string(depth, ' ');
 }
 
-void XmlWriter::appendAttributes(std::string& line, const AttributeTable& attributes) const {
+const AttributeTable& XmlWriter::emptyAttributes() {
+    static const AttributeTable empty;
+    return empty;
+}
+
+void XmlWriter::beginLine() {
+    line.assign(depth, ' ');
+}
+
+void XmlWriter::flushLine() {
+    stream.write(line.data(), static_cast<std::streamsize>(line.size()));
+}
+
+void XmlWriter::appendAttributes(std::string& out, const AttributeTable& attributes) const {
     for (const auto& [name, value] : attributes) {
-        line += ' ';
-        line += toUtf8(name);
-        line += "=\"";
-        line += toUtf8(value);
-        line += '"';
+        out += ' ';
+        appendUtf8(out, name);
+        out += "=\"";
+        appendUtf8(out, value);
+        out += '"';
     }
 }
 
-void XmlWriter::startElement(const std::wstring& tag, const std::wstring& id,
+void XmlWriter::startElement(std::wstring_view tag, std::wstring_view id,
                              const AttributeTable& attributes) {
     ++depth;
-    std::string line = indentation();
+    beginLine();
     line += '<';
-    line += toUtf8(tag);
+    const std::size_t nameStart = line.size();
+    appendUtf8(line, tag);
+    openTags.emplace_back(line, nameStart);
     if (!id.empty()) {
         line += " gml:id=\"";
-        line += toUtf8(id);
+        appendUtf8(line, id);
         line += '"';
     }
     appendAttributes(line, attributes);
     line += ">\n";
-    stream.write(line.data(), static_cast<std::streamsize>(line.size()));
-    openTags.push_back(tag);
+    flushLine();
 }
 
 void XmlWriter::endElement() {
     // Callers balance their calls; an unbalanced one must not read past the stack.
     if (openTags.empty())
         throw std::logic_error("XML end tag without an open element.");
-    std::string line = indentation();
+    beginLine();
     line += "</";
-    line += toUtf8(openTags.back());
+    line += openTags.back();
     line += ">\n";
-    stream.write(line.data(), static_cast<std::streamsize>(line.size()));
+    flushLine();
     openTags.pop_back();
     --depth;
 }
 
-void XmlWriter::writeTextElement(const std::wstring& tag, const std::wstring& text) {
-    const std::string name = toUtf8(tag);
-    std::string line = indentation();
+void XmlWriter::writeTextElement(std::wstring_view tag, std::wstring_view text) {
+    beginLine();
     line += '<';
-    line += name;
+    const std::size_t nameStart = line.size();
+    appendUtf8(line, tag);
+    const std::size_t nameEnd = line.size();
     line += '>';
-    line += toUtf8(text);
+    appendUtf8(line, text);
     line += "</";
-    line += name;
+    line.append(line, nameStart, nameEnd - nameStart);
     line += ">\n";
-    stream.write(line.data(), static_cast<std::streamsize>(line.size()));
+    flushLine();
 }
 
-void XmlWriter::writeTextElement(const std::wstring& tag, double value) {
+void XmlWriter::writeTextElement(std::wstring_view tag, double value) {
     const std::string text = scalarForm(value);
     writeTextElement(tag, std::wstring(text.begin(), text.end()));
 }
 
-void XmlWriter::writeColorElement(const std::wstring& tag, const std::vector<double>& color) {
+void XmlWriter::writeColorElement(std::wstring_view tag, const std::vector<double>& color) {
     if (color.size() < 3)
         throw std::invalid_argument("A colour needs three components.");
-    const std::string name = toUtf8(tag);
-    std::string line = indentation();
+    beginLine();
     line += '<';
-    line += name;
+    const std::size_t nameStart = line.size();
+    appendUtf8(line, tag);
+    const std::size_t nameEnd = line.size();
     line += '>';
     line += streamForm(color[0]);
     line += ' ';
@@ -87,28 +103,31 @@ void XmlWriter::writeColorElement(const std::wstring& tag, const std::vector<dou
     line += ' ';
     line += streamForm(color[2]);
     line += "</";
-    line += name;
+    line.append(line, nameStart, nameEnd - nameStart);
     line += ">\n";
-    stream.write(line.data(), static_cast<std::streamsize>(line.size()));
+    flushLine();
 }
 
-void XmlWriter::writeCoordinatesElement(const std::wstring& tag, const std::vector<double>& values,
+void XmlWriter::writeCoordinatesElement(std::wstring_view tag, const std::vector<double>& values,
                                         std::size_t closingCount,
                                         const AttributeTable& attributes) {
-    const std::string name = toUtf8(tag);
-    std::string head = indentation();
-    head += '<';
-    head += name;
-    appendAttributes(head, attributes);
-    head += ">\n";
-    head += indentation();
-    stream.write(head.data(), static_cast<std::streamsize>(head.size()));
+    beginLine();
+    line += '<';
+    const std::size_t nameStart = line.size();
+    appendUtf8(line, tag);
+    const std::size_t nameEnd = line.size();
+    appendAttributes(line, attributes);
+    line += ">\n";
+    line.append(depth, ' ');
+    flushLine();
     writeCoordinates(values);
     writeCoordinates(values.data(), std::min(closingCount, values.size()));
-    std::string tail = "</";
-    tail += name;
-    tail += ">\n";
-    stream.write(tail.data(), static_cast<std::streamsize>(tail.size()));
+    // The head is not needed any more: the tail reuses its name.
+    line.erase(0, nameStart);
+    line.resize(nameEnd - nameStart);
+    line.insert(0, "</");
+    line += ">\n";
+    flushLine();
 }
 
 void XmlWriter::writeCoordinates(const std::vector<double>& values) {

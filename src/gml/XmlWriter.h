@@ -23,17 +23,17 @@ public:
     // One blank per level of depth.
     std::string indentation() const;
 
-    void startElement(const std::wstring& tag, const std::wstring& id = std::wstring(),
-                      const AttributeTable& attributes = AttributeTable());
+    void startElement(std::wstring_view tag, std::wstring_view id = std::wstring_view(),
+                      const AttributeTable& attributes = emptyAttributes());
     void endElement();
-    void writeTextElement(const std::wstring& tag, const std::wstring& text);
+    void writeTextElement(std::wstring_view tag, std::wstring_view text);
     // Scalar form ("%f") of a number as the element text.
-    void writeTextElement(const std::wstring& tag, double value);
-    void writeColorElement(const std::wstring& tag, const std::vector<double>& color);
+    void writeTextElement(std::wstring_view tag, double value);
+    void writeColorElement(std::wstring_view tag, const std::vector<double>& color);
     // The first min(closingCount, size) values are written again at the end, closing a ring.
-    void writeCoordinatesElement(const std::wstring& tag, const std::vector<double>& values,
+    void writeCoordinatesElement(std::wstring_view tag, const std::vector<double>& values,
                                  std::size_t closingCount,
-                                 const AttributeTable& attributes = AttributeTable());
+                                 const AttributeTable& attributes = emptyAttributes());
 
     void writeCoordinates(const std::vector<double>& values);
     void writeCoordinates(const double* values, std::size_t count);
@@ -44,13 +44,22 @@ public:
 
     std::ostream& stream;
     std::map<std::wstring, std::wstring> namespaces;
-    std::vector<std::wstring> openTags;
+    // UTF-8 names of the open elements, innermost last.
+    std::vector<std::string> openTags;
     std::uint32_t depth = 0;
     std::int32_t version = 3;
     std::int32_t coordinatePrecision = 3;
 
+    static const AttributeTable& emptyAttributes();
+
 private:
-    void appendAttributes(std::string& line, const AttributeTable& attributes) const;
+    void appendAttributes(std::string& out, const AttributeTable& attributes) const;
+    // Starts `line` with the indentation of the current depth.
+    void beginLine();
+    void flushLine();
+
+    // Reused for every line, so that writing allocates nothing in the steady state.
+    std::string line;
 };
 
 } // namespace gml

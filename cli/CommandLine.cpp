@@ -19,6 +19,19 @@ CommandLine CommandLine::parse(std::vector<std::string> const& arguments) {
                 line.command = "version";
         } else if (arg == "--json") {
             line.json = true;
+        } else if (arg == "--verbose" || arg == "-v") {
+            line.verbose = true;
+        } else if (arg == "--any-texture-path") {
+            line.anyTexturePath = true;
+        } else if (arg == "--texture-root" || arg.rfind("--texture-root=", 0) == 0) {
+            std::string root;
+            if (arg == "--texture-root" && i + 1 < arguments.size())
+                root = arguments[++i];
+            else if (arg != "--texture-root")
+                root = arg.substr(std::string("--texture-root=").size());
+            if (root.empty())
+                throw UsageError("option --texture-root needs a folder");
+            line.textureRoots.push_back(root);
         } else if (arg == "--extensions" || arg.rfind("--extensions=", 0) == 0) {
             if (arg == "--extensions") {
                 if (i + 1 >= arguments.size())
@@ -64,12 +77,17 @@ std::string CommandLine::usage() {
            "  gmlcodec convert IN.obj OUT.gml     convert OBJ (with its .mtl and textures) to "
            "CityGML\n"
            "  gmlcodec convert IN.gml OUT.gml     decode and encode again, features and ids kept\n"
+           "                                      (.gml, .citygml and .xml are all CityGML)\n"
            "  gmlcodec selfcheck                  load the codec and list its factories\n"
            "  gmlcodec --help | --version\n"
            "\n"
            "Options:\n"
            "  --json              info prints one JSON object\n"
            "  --extensions DIR    load the codec from DIR instead of the tool's own folder\n"
+           "  --verbose, -v       list every problem the reader reported, not the first few\n"
+           "  --texture-root DIR  also read textures below DIR (repeatable); by default only\n"
+           "                      files in the input's own folder and below are read\n"
+           "  --any-texture-path  read textures wherever the input says they are\n"
            "\n" +
            EncodeOptions::usage() +
            "\n"

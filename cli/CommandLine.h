@@ -17,6 +17,9 @@ public:
     std::string command; // "info", "convert", "selfcheck", "help" or "version"
     std::vector<std::string> files;
     bool json = false;
-    std::string extensionsDir; // empty: the folder of the executable
-    EncodeOptions encode;      // options of a conversion to .gml
+    bool verbose = false;                  // every reader warning, not a summary
+    std::vector<std::string> textureRoots; // folders textures may come from besides the input's
+    bool anyTexturePath = false;           // textures may come from anywhere
+    std::string extensionsDir;             // empty: the folder of the executable
+    EncodeOptions encode;                  // options of a conversion to .gml
 };

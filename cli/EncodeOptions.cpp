@@ -75,13 +75,12 @@ bool EncodeOptions::consume(std::vector<std::string> const& arguments, std::size
     return true;
 }
 
+// The spatial reference name is not among them: the tool makes it safe for XML first.
 void EncodeOptions::apply(kolt::AttributeMapBuilder& builder) const {
     if (lod)
         builder.setInt(L"LOD", *lod);
     if (baseName)
         builder.setString(L"baseName", kolt::StringUtils::toUTF16(*baseName).c_str());
-    if (srsName)
-        builder.setString(L"srsName", kolt::StringUtils::toUTF16(*srsName).c_str());
     if (vertexPrecision)
         builder.setFloat(L"vertexPrecision", *vertexPrecision);
     if (mergeVertices)

@@ -223,6 +223,8 @@ void runEncoder(koltx::ExtensionManager& manager, std::shared_ptr<koltx::Initial
     if (!outputs.refused().empty())
         throw std::runtime_error("cannot write over " + outputs.refused() +
                                  ": the conversion reads that file; write to another folder");
+    if (!outputs.failure().empty())
+        throw std::runtime_error(outputs.failure());
     throw std::runtime_error("the encoder failed: " +
                              (logged.empty() || failure != "std::exception" ? failure : logged));
 }

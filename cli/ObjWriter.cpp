@@ -85,7 +85,8 @@ std::string objectName(std::string name) {
 
 ObjWriter::ObjWriter(fs::path objPath) : obj(std::move(objPath)) {
     fs::path const dir = obj.parent_path();
-    std::string const stem = obj.stem().string();
+    // The library's name stands on the OBJ's "mtllib" line.
+    std::string const stem = objectName(obj.stem().string());
     mtl = dir / (stem + ".mtl");
     attributes = dir / (stem + ".attributes.json");
 }

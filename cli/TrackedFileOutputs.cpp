@@ -8,6 +8,8 @@
 #include <kolt/StringUtils.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 
@@ -60,6 +62,7 @@ uint64_t TrackedFileOutputs::open(wchar_t const* encoderId, int32_t contentType,
     }
     kolt::Status local = kolt::STATUS_UNSPECIFIED_ERROR;
     uint64_t handle = 0;
+    errno = 0;
     {
         auto const held = TempFiles::lock();
         if (!target.empty())
@@ -70,18 +73,28 @@ uint64_t TrackedFileOutputs::open(wchar_t const* encoderId, int32_t contentType,
     }
     if (local == kolt::STATUS_OK)
         pending[handle] = Pending{target, name, actual, texture};
+    else
+        noteFailure(target.empty() ? kolt::StringUtils::toUTF8(actual) : target);
     if (status != nullptr)
         *status = local;
     return handle;
 }
 
+void TrackedFileOutputs::noteFailure(std::string const& path) {
+    if (failed.empty())
+        failed = "cannot write " + path + ": " + std::strerror(errno != 0 ? errno : EIO);
+}
+
 kolt::Status TrackedFileOutputs::close(uint64_t handle, bool discard, uint64_t* size) {
+    errno = 0;
     kolt::Status const status = koltx::FileOutputCallbacks::close(handle, discard, size);
     auto const found = pending.find(handle);
     if (found == pending.end())
         return status;
     Pending const output = found->second;
     pending.erase(found);
+    if (status != kolt::STATUS_OK && !discard)
+        noteFailure(output.path);
     if (status != kolt::STATUS_OK || discard)
         return status;
     if (output.texture && output.actual != output.name) {

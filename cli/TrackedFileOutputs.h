@@ -24,6 +24,8 @@ public:
     void protect(std::string const& path);
     // The protected file that an output was refused for, or empty.
     std::string const& refused() const { return refusedPath; }
+    // "cannot write FILE: reason" for the first output that failed, or empty.
+    std::string const& failure() const { return failed; }
     // The output the encoder names `encoderName` is written as `fileName` in the directory.
     void renameOutput(std::wstring const& encoderName, std::wstring const& fileName);
 
@@ -35,6 +37,8 @@ public:
     void fixDocument(std::string const& path) const;
 
 private:
+    void noteFailure(std::string const& path);
+
     struct Pending {
         std::string path;
         std::wstring name;   // as the encoder asked for it
@@ -46,6 +50,7 @@ private:
     std::vector<std::string> files;
     std::vector<std::string> protectedPaths;
     std::string refusedPath;
+    std::string failed;
     std::map<std::wstring, std::wstring> documentNames; // encoder's name to file name
     std::map<std::wstring, std::wstring> imageRenames;  // texture images that took a free name
 };

@@ -17,6 +17,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <sstream>
 #include <stdexcept>
 
 namespace {
@@ -70,12 +71,25 @@ private:
 };
 
 // For each "v" line of the file, whether one of its three coordinates is NaN, infinite or no
-// number at all: the OBJ parser reads "nan", "inf" and "x" as 0 without a word.
+// number at all: the OBJ parser reads "nan", "inf" and "x" as 0 without a word. Material
+// libraries that are pipes or devices, which the parser would block on, are refused here too.
 std::vector<bool> unusableVertices(std::string const& path) {
     std::vector<bool> bad;
     std::ifstream in(path, std::ios::binary);
     for (std::string line; std::getline(in, line);) {
         std::size_t at = line.find_first_not_of(" \t");
+        if (at != std::string::npos && line.compare(at, 7, "mtllib ") == 0) {
+            std::istringstream names(line.substr(at + 7));
+            for (std::string name; names >> name;) {
+                auto const library = std::filesystem::path(path).parent_path() / name;
+                std::error_code error;
+                if (std::filesystem::exists(library, error) &&
+                    !std::filesystem::is_regular_file(library, error))
+                    throw std::runtime_error("cannot read " + path + ": material library " +
+                                             library.string() + " is not a regular file");
+            }
+            continue;
+        }
         if (at == std::string::npos || line[at] != 'v' || at + 1 >= line.size() ||
             (line[at + 1] != ' ' && line[at + 1] != '\t'))
             continue;
@@ -115,11 +129,14 @@ std::vector<std::shared_ptr<koltx::Mesh>>
 ObjReader::read(std::string const& path, kolt::Cache* cache, std::wstring& warnings) {
     std::filesystem::path const file(path);
     if (!std::filesystem::is_regular_file(file))
-        throw std::runtime_error("cannot read " + path);
+        throw std::runtime_error(
+            "cannot read " + path + ": " +
+            (std::filesystem::exists(file) ? "not a regular file" : "No such file or directory"));
     tinyobj::ObjReaderConfig config;
     config.triangulate = false;
     config.vertex_color = false;
     config.mtl_search_path = file.parent_path().string();
+    std::vector<bool> const unusable = unusableVertices(path);
     tinyobj::ObjReader reader;
     if (!reader.ParseFromFile(path, config))
         throw std::runtime_error("cannot read " + path + ": " +
@@ -128,7 +145,6 @@ ObjReader::read(std::string const& path, kolt::Cache* cache, std::wstring& warni
         warnings += kolt::StringUtils::toUTF16(reader.Warning());
 
     auto const& attrib = reader.GetAttrib();
-    std::vector<bool> const unusable = unusableVertices(path);
     std::filesystem::path const folder =
         config.mtl_search_path.empty() ? std::filesystem::path(".") : file.parent_path();
     std::vector<std::shared_ptr<koltx::Material>> materials;

@@ -117,3 +117,5 @@ squares = ''.join(polygon(f'q{i}', f'{i} 0 0 {i + 1} 0 0 {i + 1} 1 0 {i} 1 0 {i}
                   for i in range(150000))
 document('large.gml', building(squares))
 text('broken.gml', '<core:CityModel><unclosed>')
+os.mkfifo(os.path.join(out, 'tex', 'in', 'pipe.mtl'))
+text('tex/in/pipe.obj', 'mtllib pipe.mtl\nv 0 0 0\nv 1 0 0\nv 1 1 0\nf 1 2 3\n')

@@ -136,6 +136,9 @@ ObjReader::read(std::string const& path, kolt::Cache* cache, std::wstring& warni
     config.triangulate = false;
     config.vertex_color = false;
     config.mtl_search_path = file.parent_path().string();
+    std::error_code error;
+    if (std::filesystem::file_size(file, error) == 0 && !error)
+        throw std::runtime_error("cannot read " + path + ": the file is empty");
     std::vector<bool> const unusable = unusableVertices(path);
     tinyobj::ObjReader reader;
     if (!reader.ParseFromFile(path, config))

@@ -17,8 +17,7 @@ public:
     // returns true. Throws UsageError for a missing or malformed value.
     bool consume(std::vector<std::string> const& arguments, std::size_t& i);
 
-    // Writes every option that was given into `builder`, under the encoder's keys; all but
-    // `srsName`, which the caller makes safe for XML first.
+    // Writes every option that was given into `builder`, under the encoder's keys.
     void apply(kolt::AttributeMapBuilder& builder) const;
 
     bool empty() const;

@@ -141,10 +141,7 @@ koltx::KOLTUtils::AttributeMapPtr buildOptions(koltx::ExtensionManager& manager,
                                                GmlEncodeCommand::Result& result) {
     koltx::KOLTUtils::AttributeMapBuilderPtr builder(kolt::AttributeMapBuilder::create());
     options.apply(*builder);
-    if (options.srsName)
-        builder->setString(L"srsName",
-                           XmlSafe::text(kolt::StringUtils::toUTF16(*options.srsName)).c_str());
-    else if (!input.srsName.empty())
+    if (!options.srsName && !input.srsName.empty())
         builder->setString(L"srsName", input.srsName.c_str());
     if (!options.baseName)
         builder->setString(L"baseName", kolt::StringUtils::toUTF16(target.stem().string()).c_str());

@@ -3,6 +3,7 @@
 #include <koltx/DataBackend.h>
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace fs = std::filesystem;
 
@@ -18,14 +19,18 @@ bool within(fs::path const& file, fs::path const& folder) {
 TextureAccess::TextureAccess(std::string const& inputPath, std::vector<std::string> const& roots,
                              bool anyPath)
     : any(anyPath) {
-    std::vector<std::string> folders = roots;
-    folders.push_back(fs::absolute(inputPath).parent_path().string());
-    for (auto const& folder : folders) {
+    for (auto const& root : roots) {
         std::error_code error;
-        fs::path const canonical = fs::canonical(folder, error);
-        if (!error)
-            allowed.push_back(canonical);
+        fs::path const canonical = fs::canonical(root, error);
+        if (error || !fs::is_directory(canonical))
+            throw std::runtime_error("--texture-root " + root + ": " +
+                                     (error ? error.message() : "not a folder"));
+        allowed.push_back(canonical);
     }
+    std::error_code error;
+    fs::path const own = fs::canonical(fs::absolute(inputPath).parent_path(), error);
+    if (!error)
+        allowed.push_back(own);
     koltx::DataBackend::setTextureFilter(
         [this](std::string const& canonicalPath) { return check(canonicalPath); });
 }

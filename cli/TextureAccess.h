@@ -11,6 +11,7 @@
 // so that no output replaces one.
 class TextureAccess {
 public:
+    // Throws std::runtime_error when a root is not a folder.
     TextureAccess(std::string const& inputPath, std::vector<std::string> const& roots,
                   bool anyPath);
     TextureAccess(TextureAccess const&) = delete;

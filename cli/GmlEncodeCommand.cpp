@@ -232,8 +232,9 @@ void checkOutputFolder(fs::path const& target) {
     if (fs::is_directory(target, error))
         throw std::runtime_error("cannot write " + target.string() + ": it is a folder");
     if (!fs::is_directory(folder, error))
-        throw std::runtime_error("cannot write " + target.string() + ": folder " + folder.string() +
-                                 " does not exist");
+        throw std::runtime_error(
+            "cannot write " + target.string() + ": " + folder.string() +
+            (fs::exists(folder, error) ? " is not a folder" : " does not exist"));
     if (::access(folder.c_str(), W_OK | X_OK) != 0)
         throw std::runtime_error("cannot write " + target.string() + ": " + std::strerror(errno));
 }

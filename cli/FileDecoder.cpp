@@ -81,16 +81,19 @@ DecodedFile FileDecoder::decode(std::string const& path, bool progressAllowed) c
     if (!error && std::filesystem::exists(absolute) &&
         !std::filesystem::is_regular_file(absolute)) {
         out.error = "cannot read " + path + ": not a regular file";
+        out.warnings = kolt::StringUtils::toUTF16(out.error) + L"\n";
         return out;
     }
     errno = 0;
     if (error || file.open(absolute, std::ios::in | std::ios::binary) == nullptr) {
         out.error = "cannot read " + path + ": " + std::strerror(errno != 0 ? errno : ENOENT);
+        out.warnings = kolt::StringUtils::toUTF16(out.error) + L"\n";
         return out;
     }
     uint64_t const size = std::filesystem::file_size(absolute, error);
     if (!error && size == 0) {
         out.error = "cannot read " + path + ": the file is empty";
+        out.warnings = kolt::StringUtils::toUTF16(out.error) + L"\n";
         return out;
     }
     out.root = rootElement(absolute.string());

@@ -14,7 +14,7 @@ struct DecodedFile {
     std::shared_ptr<koltx::Geometry> geometry; // null when the file has no polygons
     std::wstring warnings;
     bool loaded = false; // false when the file could not be read or parsed
-    std::string error;   // why not, naming the file
+    std::string error;   // why not, naming the file (and the first line of `warnings` then)
     // The root element as "{namespace}name", and whether that is a CityGML namespace.
     std::string root;
     bool cityGML = false;

@@ -21,6 +21,19 @@ CommandLine CommandLine::parse(std::vector<std::string> const& arguments) {
             line.json = true;
         } else if (arg == "--names") {
             line.names = true;
+        } else if (arg == "--verbose" || arg == "-v") {
+            line.verbose = true;
+        } else if (arg == "--any-texture-path") {
+            line.anyTexturePath = true;
+        } else if (arg == "--texture-root" || arg.rfind("--texture-root=", 0) == 0) {
+            std::string root;
+            if (arg == "--texture-root" && i + 1 < arguments.size())
+                root = arguments[++i];
+            else if (arg != "--texture-root")
+                root = arg.substr(std::string("--texture-root=").size());
+            if (root.empty())
+                throw UsageError("option --texture-root needs a folder");
+            line.textureRoots.push_back(root);
         } else if (arg == "--extensions" || arg.rfind("--extensions=", 0) == 0) {
             if (arg == "--extensions") {
                 if (i + 1 >= arguments.size())
@@ -67,6 +80,7 @@ std::string CommandLine::usage() {
            "CityGML\n"
            "  gmlcodec convert IN.gml OUT.gml     decode and encode again, features and ids kept\n"
            "  gmlcodec convert IN OUT.glb|.gltf   CityGML or OBJ to glTF 2.0, georeferenced\n"
+           "                                      (.gml, .citygml and .xml are all CityGML)\n"
            "  gmlcodec selfcheck                  load the codec and list its factories\n"
            "  gmlcodec --help | --version\n"
            "\n"
@@ -74,6 +88,10 @@ std::string CommandLine::usage() {
            "  --json              info prints one JSON object\n"
            "  --names             info lists every mesh name, not only the first and last\n"
            "  --extensions DIR    load the codec from DIR instead of the tool's own folder\n"
+           "  --verbose, -v       list every problem the reader reported, not the first few\n"
+           "  --texture-root DIR  also read textures below DIR (repeatable); by default only\n"
+           "                      files in the input's own folder and below are read\n"
+           "  --any-texture-path  read textures wherever the input says they are\n"
            "\n" +
            EncodeOptions::usage() + "\n" + MeshOutputOptions::usage() +
            "\n"

@@ -18,8 +18,11 @@ public:
     std::string command; // "info", "convert", "selfcheck", "help" or "version"
     std::vector<std::string> files;
     bool json = false;
-    bool names = false;        // info lists every mesh name
-    std::string extensionsDir; // empty: the folder of the executable
-    EncodeOptions encode;      // options of a conversion to .gml
-    MeshOutputOptions mesh;    // options of conversions to .obj, .glb and .gltf
+    bool names = false;                    // info lists every mesh name
+    std::string extensionsDir;             // empty: the folder of the executable
+    EncodeOptions encode;                  // options of a conversion to .gml
+    MeshOutputOptions mesh;                // options of conversions to .obj, .glb and .gltf
+    bool verbose = false;                  // every reader warning, not a summary
+    std::vector<std::string> textureRoots; // folders textures may come from besides the input's
+    bool anyTexturePath = false;           // textures may come from anywhere
 };

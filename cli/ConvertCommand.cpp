@@ -3,9 +3,12 @@
 #include "CodecHost.h"
 #include "CommandLine.h"
 #include "FileDecoder.h"
+#include "FileNames.h"
 #include "GeometrySummary.h"
 #include "GmlEncodeCommand.h"
 #include "ObjWriter.h"
+#include "ReaderDiagnostics.h"
+#include "TextureAccess.h"
 #include "UsageError.h"
 #include "gltf/GltfCommand.h"
 #include "lod/LodSelection.h"
@@ -21,44 +24,57 @@
 
 namespace {
 
-std::string extension(std::string const& path) {
-    std::string ext = std::filesystem::path(path).extension().string();
-    std::transform(ext.begin(), ext.end(), ext.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return ext;
+void printWarnings(std::wstring const& warnings, std::ostream& err) {
+    for (auto const& line : FileNames::lines(warnings))
+        err << "warning: " << line << "\n";
 }
 
-void printWarnings(std::wstring const& warnings, std::ostream& err) {
-    for (auto const& line : GeometrySummary(nullptr, warnings).warnings)
-        err << "warning: " << line << "\n";
+std::string shown(std::string const& ext) {
+    return ext.empty() ? std::string("(no extension)") : ext;
 }
 
 } // namespace
 
 int ConvertCommand::run(CodecHost const& host, CommandLine const& line, std::ostream& out,
                         std::ostream& err) {
-    std::string const from = extension(line.files.at(0));
-    std::string const to = extension(line.files.at(1));
-    bool const gml = from == ".gml" || from == ".xml" || from == ".citygml";
-    if ((gml || from == ".obj") && (to == ".glb" || to == ".gltf"))
+    std::string const& input = line.files.at(0);
+    std::string const& output = line.files.at(1);
+    bool const fromObj = FileNames::lowerExtension(input) == ".obj";
+    bool const toObj = FileNames::lowerExtension(output) == ".obj";
+    bool const toGml = FileNames::isCityGML(output);
+    bool const toGltf =
+        FileNames::lowerExtension(output) == ".glb" || FileNames::lowerExtension(output) == ".gltf";
+    if (!(FileNames::isCityGML(input) && toObj) &&
+        !((FileNames::isCityGML(input) || fromObj) && (toGml || toGltf)))
+        throw UsageError("cannot convert " + shown(FileNames::lowerExtension(input)) + " to " +
+                         shown(FileNames::lowerExtension(output)));
+    if (FileNames::sameFile(input, output)) {
+        err << "gmlcodec: cannot write " << output << ": it is the input file " << input << "\n";
+        return 1;
+    }
+    TextureAccess textures(input, line.textureRoots, line.anyTexturePath);
+    if (toGltf)
         return GltfCommand::run(host, line, out, err);
-    if ((from == ".gml" || from == ".xml") && to == ".obj")
-        return gmlToObj(host, line, out, err);
-    if ((from == ".gml" || from == ".xml" || from == ".obj") && to == ".gml")
-        return GmlEncodeCommand::run(host, line.files.at(0), line.files.at(1), line.encode, out,
-                                     err);
-    throw UsageError("cannot convert " + (from.empty() ? std::string("(no extension)") : from) +
-                     " to " + (to.empty() ? std::string("(no extension)") : to));
+    if (toObj)
+        return gmlToObj(host, line, textures, out, err);
+    GmlEncodeCommand::Context const context{&textures, line.verbose};
+    return GmlEncodeCommand::run(host, input, output, line.encode, out, err, context);
 }
 
-int ConvertCommand::gmlToObj(CodecHost const& host, CommandLine const& line, std::ostream& out,
-                             std::ostream& err) {
+int ConvertCommand::gmlToObj(CodecHost const& host, CommandLine const& line,
+                             TextureAccess const& textures, std::ostream& out, std::ostream& err) {
     std::string const& input = line.files.at(0);
     std::string const& output = line.files.at(1);
     DecodedFile decoded = FileDecoder(host.manager()).decode(input, true);
     if (!decoded.loaded) {
-        for (auto const& warning : GeometrySummary(nullptr, decoded.warnings).warnings)
-            err << "gmlcodec: " << warning << "\n";
+        err << "gmlcodec: " << decoded.error << "\n";
+        return 1;
+    }
+    printWarnings(decoded.warnings, err);
+    decoded.reader->report(err, line.verbose);
+    std::string const nothing = FileDecoder::nothingToConvert(decoded, input);
+    if (!nothing.empty()) {
+        err << "gmlcodec: " << nothing << "; nothing to convert, " << output << " not written\n";
         return 1;
     }
     GeometrySummary summary(decoded.geometry, decoded.warnings);
@@ -69,14 +85,17 @@ int ConvertCommand::gmlToObj(CodecHost const& host, CommandLine const& line, std
     summary.countMeshes(meshes); // the summary tells what was written
     std::wstring writeWarnings;
     ObjWriter writer(output);
+    writer.protect(std::filesystem::absolute(input));
+    for (auto const& file : textures.readFiles())
+        writer.protect(file);
     try {
         writer.write(meshes, summary, writeWarnings);
     } catch (std::exception const& e) {
-        printWarnings(decoded.warnings + writeWarnings, err);
+        printWarnings(writeWarnings, err);
         err << "gmlcodec: " << e.what() << "\n";
         return 1;
     }
-    printWarnings(decoded.warnings + writeWarnings, err);
+    printWarnings(writeWarnings, err);
     out << "wrote " << output << ": " << summary.meshes << " meshes, " << summary.faces
         << " faces, " << summary.holes << " holes, " << summary.vertices << " vertices, "
         << summary.materials << " materials, " << summary.textures << " textures\n";

@@ -4,6 +4,7 @@
 
 class CodecHost;
 class CommandLine;
+class TextureAccess;
 
 // `gmlcodec convert IN OUT`: picks the conversion by the two file extensions.
 class ConvertCommand {
@@ -14,6 +15,6 @@ public:
                    std::ostream& err);
 
 private:
-    static int gmlToObj(CodecHost const& host, CommandLine const& line, std::ostream& out,
-                        std::ostream& err);
+    static int gmlToObj(CodecHost const& host, CommandLine const& line,
+                        TextureAccess const& textures, std::ostream& out, std::ostream& err);
 };

@@ -1,6 +1,7 @@
 #include "EncodeOptions.h"
 
 #include "UsageError.h"
+#include "XmlSafe.h"
 
 #include <kolt/AttributeMapBuilder.h>
 #include <kolt/StringUtils.h>
@@ -80,8 +81,8 @@ void EncodeOptions::apply(kolt::AttributeMapBuilder& builder) const {
         builder.setInt(L"LOD", *lod);
     if (baseName)
         builder.setString(L"baseName", kolt::StringUtils::toUTF16(*baseName).c_str());
-    if (srsName)
-        builder.setString(L"srsName", kolt::StringUtils::toUTF16(*srsName).c_str());
+    if (srsName) // written into the document as it stands, so made safe for XML here
+        builder.setString(L"srsName", XmlSafe::text(kolt::StringUtils::toUTF16(*srsName)).c_str());
     if (vertexPrecision)
         builder.setFloat(L"vertexPrecision", *vertexPrecision);
     if (mergeVertices)

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+class ReaderDiagnostics;
 namespace koltx {
 class ExtensionManager;
 class Geometry;
@@ -13,6 +14,11 @@ struct DecodedFile {
     std::shared_ptr<koltx::Geometry> geometry; // null when the file has no polygons
     std::wstring warnings;
     bool loaded = false; // false when the file could not be read or parsed
+    std::string error;   // why not, naming the file (and the first line of `warnings` then)
+    // The root element as "{namespace}name", and whether that is a CityGML namespace.
+    std::string root;
+    bool cityGML = false;
+    std::shared_ptr<ReaderDiagnostics> reader; // what the reader dropped or noticed
 };
 
 // Decodes a CityGML file through the codec's decoder, the way a host does: the file's key is
@@ -26,6 +32,13 @@ public:
     explicit FileDecoder(koltx::ExtensionManager& manager);
 
     DecodedFile decode(std::string const& path, bool progressAllowed) const;
+
+    // Why `file` gives nothing to convert ("... is not a CityGML document: ...", "... holds no
+    // polygon"), or "" when it holds polygons.
+    static std::string nothingToConvert(DecodedFile const& file, std::string const& path);
+
+    // "{namespace}name" of the file's root element, or "" when it has none that can be read.
+    static std::string rootElement(std::string const& path);
 
 private:
     koltx::ExtensionManager& manager;

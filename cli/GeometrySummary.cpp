@@ -1,5 +1,6 @@
 #include "GeometrySummary.h"
 
+#include "FileNames.h"
 #include "Json.h"
 
 #include <kolt/AttributeMap.h>
@@ -70,11 +71,7 @@ void appendArray(std::string& out, std::vector<std::string> const& items) {
 
 GeometrySummary::GeometrySummary(std::shared_ptr<koltx::Geometry> const& geometry,
                                  std::wstring const& warningText, bool withMeshes) {
-    std::wistringstream lines(warningText);
-    for (std::wstring line; std::getline(lines, line);) {
-        if (!line.empty())
-            warnings.push_back(kolt::StringUtils::toUTF8(line));
-    }
+    warnings = FileNames::lines(warningText);
     if (!geometry)
         return;
 

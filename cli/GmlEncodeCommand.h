@@ -8,11 +8,19 @@
 
 class CodecHost;
 class EncodeOptions;
+class TextureAccess;
 
 namespace koltx {
 class ExtensionManager;
 class Mesh;
 } // namespace koltx
+
+// What a conversion to CityGML knows besides the encoding options.
+struct GmlEncodeContext {
+    TextureAccess const* textures = nullptr; // the files it read are never written over
+    bool verbose = false;                    // every reader warning, not a summary
+    std::ostream* diagnostics = nullptr;     // where the reader's warnings go
+};
 
 // `gmlcodec convert IN OUT.gml`: reads an OBJ file, or decodes a CityGML file, and writes what
 // it holds as one initial shape through the codec's encoder. Texture images land beside OUT.
@@ -30,13 +38,18 @@ public:
         int decimals = 0;              // decimals the input's coordinates carry
     };
 
+    using Context = GmlEncodeContext;
+
     // Returns the exit code: 0, or 1 after a message on `err` when the conversion failed. A
     // failed conversion leaves none of its files behind.
     static int run(CodecHost const& host, std::string const& input, std::string const& output,
-                   EncodeOptions const& options, std::ostream& out, std::ostream& err);
+                   EncodeOptions const& options, std::ostream& out, std::ostream& err,
+                   Context context = {});
 
-    // The conversion itself. Throws std::runtime_error with a message for the user.
+    // The conversion itself, as a pipeline: read the input, repair mesh names, build the
+    // options, build the shape, run the encoder, commit the outputs. Throws std::runtime_error
+    // with a message for the user.
     static Result convert(koltx::ExtensionManager& manager, std::string const& input,
                           std::string const& output, EncodeOptions const& options,
-                          std::wstring& warnings);
+                          std::wstring& warnings, Context const& context = {});
 };

@@ -4,6 +4,8 @@
 #include "CommandLine.h"
 #include "FileDecoder.h"
 #include "GeometrySummary.h"
+#include "ReaderDiagnostics.h"
+#include "TextureAccess.h"
 #include "info/ModelFacts.h"
 
 #include <koltx/Geometry.h>
@@ -13,13 +15,19 @@
 int InfoCommand::run(CodecHost const& host, CommandLine const& line, std::ostream& out,
                      std::ostream& err) {
     std::string const& input = line.files.at(0);
+    TextureAccess const textures(input, line.textureRoots, line.anyTexturePath);
     DecodedFile const decoded = FileDecoder(host.manager()).decode(input, true);
-    GeometrySummary summary(decoded.geometry, decoded.warnings);
     if (!decoded.loaded) {
-        for (auto const& warning : summary.warnings)
-            err << "gmlcodec: " << warning << "\n";
+        err << "gmlcodec: " << decoded.error << "\n";
         return 1;
     }
+    GeometrySummary summary(decoded.geometry, decoded.warnings);
+    // What the reader dropped counts among the warnings, and so does finding nothing at all.
+    for (auto const& warning : decoded.reader->lines())
+        summary.warnings.push_back(warning);
+    std::string const nothing = FileDecoder::nothingToConvert(decoded, input);
+    if (!nothing.empty())
+        summary.warnings.push_back(nothing);
     ModelFacts const facts(input,
                            decoded.geometry ? decoded.geometry->getMeshes()
                                             : std::vector<std::shared_ptr<koltx::Mesh>>(),

@@ -3,6 +3,9 @@
 #include <koltx/Mesh.h>
 #include <koltx/MeshBuilder.h>
 
+#include "XmlSafe.h"
+#include "vocabulary/GmlGeometryTags.h"
+
 #include <cwctype>
 #include <map>
 #include <set>
@@ -40,24 +43,7 @@ std::vector<Step> splitPath(std::wstring_view path) {
 }
 
 bool isGeometryTag(std::wstring const& tag) {
-    static wchar_t const* const tags[] = {L"gml:compositesolid",      L"gml:solid",
-                                          L"gml:multisurface",        L"gml:compositesurface",
-                                          L"gml:triangulatedsurface", L"gml:orientablesurface",
-                                          L"gml:multisolid",          L"gml:shell",
-                                          L"gml:polyhedralsurface",   L"gml:surface",
-                                          L"gml:multicurve",          L"gml:multipoint",
-                                          L"gml:multigeometry"};
-    if (tag.size() < 8 || tag.compare(0, 4, L"gml:") != 0)
-        return false;
-    for (auto const* known : tags) {
-        std::size_t i = 0;
-        for (; i < tag.size() && known[i] != 0; ++i)
-            if (static_cast<wchar_t>(std::towlower(static_cast<wint_t>(tag[i]))) != known[i])
-                break;
-        if (i == tag.size() && known[i] == 0)
-            return true;
-    }
-    return false;
+    return isGmlGeometryTag(tag);
 }
 
 // The document tree as far as the placement of meshes goes: ids, tags, where polygons are.
@@ -133,14 +119,73 @@ std::size_t runWithoutId(std::vector<bool> const& idless, std::size_t i) {
     return i;
 }
 
-// Walks `steps` as the encoder would and gives ids to the steps that need one; true if any
-// changed. Conflicts: a step without id that reaches a node made for another element (another
-// tag) gets the id that its element got before, or a new one; a property element that would get
-// a second object is split off from the first step without id that leads to it, so that the
-// object that differs is made anew with all that belongs to it; and a path whose innermost
-// geometry exists already, so that no polygon would be made, is an exact repeat: a repeated
-// member of a geometry aggregate becomes a member of its own, anything else is split off there
-// too, or at the shallowest step without id.
+// Rule "foreign sibling": a step without id reaches a node that an element of another tag made,
+// e.g. "bldg:Building[]\bldg:lod1Solid[]\gml:Solid[]\" after
+// "gen:GenericCityObject[]\gen:lod1Geometry[]\gml:MultiSurface[]\": the step takes the id its
+// element got before, or a new one ("bldg:Building[gmlcodec_1]\..."). Returns the node the
+// step reaches now, or null when the rest of the path makes new nodes anyway.
+template <typename FreshId>
+Node* foreignSibling(Node& node, Step& step, FreshId const& freshId, bool& changed) {
+    auto const alias = node.aliases.find(step.tag);
+    if (alias == node.aliases.end()) {
+        step.id = freshId();
+        node.aliases[step.tag] = step.id;
+        changed = true;
+        return nullptr;
+    }
+    step.id = alias->second;
+    changed = true;
+    return node.find(step.id);
+}
+
+// Rule "exact repeat": the path's innermost geometry exists already, so it would add no polygon,
+// e.g. "bldg:Building[b]\bldg:lod2MultiSurface[]\gml:MultiSurface[]\" twice: the run of steps
+// without id that ends at the geometry is split off at its first step
+// ("bldg:lod2MultiSurface[gmlcodec_1]"); within a geometry aggregate
+// ("gml:Solid[s]\gml:CompositeSurface[]\" twice) the repeated member becomes a member of its
+// own; failing both, the shallowest step without id is split off.
+std::size_t exactRepeat(std::vector<Step> const& steps, std::vector<bool> const& idless,
+                        std::size_t geometry) {
+    std::size_t outer = geometry;
+    while (outer > 0 && isGeometryTag(steps[outer - 1].tag))
+        --outer;
+    std::size_t fix = shallowestWithoutId(idless, outer + 1, geometry);
+    if (fix == noFix)
+        fix = runWithoutId(idless, geometry);
+    return fix != noFix ? fix : shallowestWithoutId(idless, 0, geometry);
+}
+
+// Rule "second object": a property element holds one object, so a path that would put a second
+// one into it, e.g. "bldg:Building[b]\bldg:boundedBy[]\bldg:RoofSurface[r]\..." after
+// "bldg:Building[b]\bldg:boundedBy[]\bldg:WallSurface[w]\...", is split off at the first step
+// of the run without id that leads to it ("bldg:boundedBy[gmlcodec_1]").
+bool secondObject(std::vector<Step> const& steps, std::vector<bool> const& idless,
+                  Node const& child, std::size_t i) {
+    bool const property =
+        isProperty(steps[i].tag) || (i + 1 < steps.size() && steps[i + 1].tag == steps[i].tag);
+    if (!property || !idless[i] || i + 1 >= steps.size() || child.children.empty())
+        return false;
+    Node const* next = child.find(steps[i + 1].id);
+    return next == nullptr || next->tag != steps[i + 1].tag;
+}
+
+// Rule "safe for XML": ids and tags are written into the document as they stand, so an id is
+// escaped like text and a tag made a valid element name, e.g. "bldg:Building[a&b]\" becomes
+// "bldg:Building[a&amp;b]\" and "my tag[x]\" becomes "my_tag[x]\". True if a step changed.
+bool safeForXml(std::vector<Step>& steps) {
+    bool changed = false;
+    for (auto& step : steps) {
+        std::wstring id = XmlSafe::text(step.id);
+        std::wstring tag = XmlSafe::name(step.tag);
+        changed = changed || id != step.id || tag != step.tag;
+        step.id = std::move(id);
+        step.tag = std::move(tag);
+    }
+    return changed;
+}
+
+// Walks `steps` as the encoder would and applies the rules above where the path meets a node
+// that another mesh made; true if any step changed.
 template <typename FreshId>
 bool placePath(Node& root, std::vector<Step>& steps, FreshId const& freshId) {
     std::size_t const geometry = innermostGeometry(steps);
@@ -153,45 +198,21 @@ bool placePath(Node& root, std::vector<Step>& steps, FreshId const& freshId) {
     bool changed = false;
     auto split = [&](std::size_t at) {
         if (at == noFix)
-            return;
+            return changed;
         steps[at].id = freshId();
-        changed = true;
+        return changed = true;
     };
     Node* node = &root;
     for (std::size_t i = 0; i < steps.size(); ++i) {
         Node* child = node->find(steps[i].id);
-        if (child != nullptr && child->tag != steps[i].tag && steps[i].id.empty()) {
-            auto const alias = node->aliases.find(steps[i].tag);
-            if (alias == node->aliases.end()) {
-                split(i);
-                node->aliases[steps[i].tag] = steps[i].id;
-                return changed;
-            }
-            steps[i].id = alias->second;
-            changed = true;
-            child = node->find(steps[i].id);
-        }
+        if (child != nullptr && child->tag != steps[i].tag && steps[i].id.empty())
+            child = foreignSibling(*node, steps[i], freshId, changed);
         if (child == nullptr || child->tag != steps[i].tag)
             return changed;
-        if (i == geometry) {
-            std::size_t outer = geometry;
-            while (outer > 0 && isGeometryTag(steps[outer - 1].tag))
-                --outer;
-            std::size_t fix = shallowestWithoutId(idless, outer + 1, geometry);
-            if (fix == noFix)
-                fix = runWithoutId(idless, geometry);
-            split(fix != noFix ? fix : shallowestWithoutId(idless, 0, geometry));
-            return changed;
-        }
-        bool const property =
-            isProperty(steps[i].tag) || (i + 1 < steps.size() && steps[i + 1].tag == steps[i].tag);
-        if (property && idless[i] && i + 1 < steps.size() && !child->children.empty()) {
-            Node const* next = child->find(steps[i + 1].id);
-            if (next == nullptr || next->tag != steps[i + 1].tag) {
-                split(runWithoutId(idless, i));
-                return changed;
-            }
-        }
+        if (i == geometry)
+            return split(exactRepeat(steps, idless, geometry));
+        if (secondObject(steps, idless, *child, i))
+            return split(runWithoutId(idless, i));
         node = child;
     }
     return changed;
@@ -271,9 +292,10 @@ std::size_t MeshNameRepair::repair(std::vector<std::wstring>& names) {
         auto& steps = paths[m];
         if (steps.empty())
             continue; // not a mesh path: the encoder gives it a default one
-        bool renamedHere = false;
-        // A path without a geometry step would give no polygons: close an unterminated
-        // geometry step, or add a surface for the faces.
+        bool renamedHere = safeForXml(steps);
+        // Rule "no geometry": a path without a geometry step would give no polygons, so an
+        // unterminated one is closed ("bldg:Building[b]\\gml:Solid" becomes
+        // "bldg:Building[b]\\gml:Solid[]\\") or a surface is added for the faces.
         if (innermostGeometry(steps) == steps.size()) {
             std::wstring const& name = names[m];
             std::wstring const rest = name.substr(name.rfind(L'\\') + 1);

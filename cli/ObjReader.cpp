@@ -11,9 +11,13 @@
 #include <tiny_obj_loader.h>
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <cstdint>
 #include <filesystem>
+#include <fstream>
 #include <map>
+#include <sstream>
 #include <stdexcept>
 
 namespace {
@@ -66,17 +70,76 @@ private:
     std::vector<std::size_t> touched;
 };
 
+// For each "v" line of the file, whether one of its three coordinates is NaN, infinite or no
+// number at all: the OBJ parser reads "nan", "inf" and "x" as 0 without a word. Material
+// libraries that are pipes or devices, which the parser would block on, are refused here too.
+std::vector<bool> unusableVertices(std::string const& path) {
+    std::vector<bool> bad;
+    std::ifstream in(path, std::ios::binary);
+    for (std::string line; std::getline(in, line);) {
+        std::size_t at = line.find_first_not_of(" \t");
+        if (at != std::string::npos && line.compare(at, 7, "mtllib ") == 0) {
+            std::istringstream names(line.substr(at + 7));
+            for (std::string name; names >> name;) {
+                auto const library = std::filesystem::path(path).parent_path() / name;
+                std::error_code error;
+                if (std::filesystem::exists(library, error) &&
+                    !std::filesystem::is_regular_file(library, error))
+                    throw std::runtime_error("cannot read " + path + ": material library " +
+                                             library.string() + " is not a regular file");
+            }
+            continue;
+        }
+        if (at == std::string::npos || line[at] != 'v' || at + 1 >= line.size() ||
+            (line[at + 1] != ' ' && line[at + 1] != '\t'))
+            continue;
+        bool unusable = false;
+        ++at;
+        for (int c = 0; c < 3 && !unusable; ++c) {
+            at = line.find_first_not_of(" \t\r", at);
+            std::size_t const end = line.find_first_of(" \t\r", at);
+            double value = 0;
+            char const* first = at == std::string::npos ? line.data() + line.size() : &line[at];
+            char const* last = line.data() + (end == std::string::npos ? line.size() : end);
+            auto const parsed = std::from_chars(first, last, value);
+            unusable = parsed.ec != std::errc() || parsed.ptr != last || !std::isfinite(value);
+            at = end;
+        }
+        bad.push_back(unusable);
+    }
+    return bad;
+}
+
+// The 1-based number of the first vertex of a face that is unusable, or 0. Indices out of range
+// are left to the caller.
+std::size_t unusableVertex(std::vector<bool> const& bad,
+                           std::vector<tinyobj::index_t> const& indices, std::size_t offset,
+                           std::size_t count) {
+    for (std::size_t k = 0; k < count; ++k) {
+        auto const v = static_cast<std::size_t>(indices[offset + k].vertex_index);
+        if (indices[offset + k].vertex_index >= 0 && v < bad.size() && bad[v])
+            return v + 1;
+    }
+    return 0;
+}
+
 } // namespace
 
 std::vector<std::shared_ptr<koltx::Mesh>>
 ObjReader::read(std::string const& path, kolt::Cache* cache, std::wstring& warnings) {
     std::filesystem::path const file(path);
     if (!std::filesystem::is_regular_file(file))
-        throw std::runtime_error("cannot read " + path);
+        throw std::runtime_error(
+            "cannot read " + path + ": " +
+            (std::filesystem::exists(file) ? "not a regular file" : "No such file or directory"));
     tinyobj::ObjReaderConfig config;
     config.triangulate = false;
     config.vertex_color = false;
     config.mtl_search_path = file.parent_path().string();
+    std::error_code error;
+    if (std::filesystem::file_size(file, error) == 0 && !error)
+        throw std::runtime_error("cannot read " + path + ": the file is empty");
+    std::vector<bool> const unusable = unusableVertices(path);
     tinyobj::ObjReader reader;
     if (!reader.ParseFromFile(path, config))
         throw std::runtime_error("cannot read " + path + ": " +
@@ -105,9 +168,17 @@ ObjReader::read(std::string const& path, kolt::Cache* cache, std::wstring& warni
         builder.reserve(mesh.indices.size(), mesh.num_face_vertices.size(), mesh.indices.size());
         std::map<int, std::uint32_t> materialIndex;
         std::size_t offset = 0;
+        std::size_t nonFinite = 0; // faces dropped for a NaN or infinite coordinate
+        std::size_t firstBadVertex = 0;
         for (std::size_t f = 0; f < mesh.num_face_vertices.size(); ++f) {
             std::size_t const count = mesh.num_face_vertices[f];
             bool withUVs = true;
+            std::size_t const bad = unusableVertex(unusable, mesh.indices, offset, count);
+            if (bad != 0) {
+                firstBadVertex = nonFinite++ == 0 ? bad : firstBadVertex;
+                offset += count;
+                continue;
+            }
             for (std::size_t k = 0; k < count; ++k) {
                 auto const& index = mesh.indices[offset + k];
                 if (index.vertex_index < 0 ||
@@ -152,6 +223,11 @@ ObjReader::read(std::string const& path, kolt::Cache* cache, std::wstring& warni
             }
             builder.setFaceMaterialIndex(face, found->second);
         }
+        if (nonFinite > 0)
+            warnings += kolt::StringUtils::toUTF16(path + ": object '" + shape.name) + L"': " +
+                        std::to_wstring(nonFinite) + L" faces dropped: vertex " +
+                        std::to_wstring(firstBadVertex) +
+                        L" (and maybe others) has a coordinate that is not a finite number\n";
         vertexMap.reset();
         uvMap.reset();
         meshes.push_back(builder.createSharedAndReset(&warnings));

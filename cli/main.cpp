@@ -3,6 +3,7 @@
 #include "ConvertCommand.h"
 #include "InfoCommand.h"
 #include "SelfCheckCommand.h"
+#include "TempFiles.h"
 #include "UsageError.h"
 
 #include <kolt/LogLevel.h>
@@ -14,6 +15,8 @@
 #include <vector>
 
 int main(int argc, char** argv) {
+    // Before any thread exists: the signals are then blocked in all of them.
+    TempFiles::removeOnSignals();
     try {
         CommandLine const line =
             CommandLine::parse(std::vector<std::string>(argv + 1, argv + argc));

@@ -4,9 +4,11 @@
 #include "CodecHost.h"
 #include "CommandLine.h"
 #include "FileDecoder.h"
+#include "FileNames.h"
 #include "GeometrySummary.h"
 #include "GltfWriter.h"
 #include "ObjReader.h"
+#include "ReaderDiagnostics.h"
 #include "geo/GeoFrame.h"
 #include "lod/LodSelection.h"
 
@@ -25,15 +27,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::string lowerExtension(std::string const& path) {
-    std::string ext = fs::path(path).extension().string();
-    std::transform(ext.begin(), ext.end(), ext.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return ext;
-}
-
 void printWarnings(std::wstring const& text, std::ostream& err, char const* prefix) {
-    for (auto const& line : GeometrySummary(nullptr, text).warnings)
+    for (auto const& line : FileNames::lines(text))
         err << prefix << line << "\n";
 }
 
@@ -69,7 +64,7 @@ int GltfCommand::run(CodecHost const& host, CommandLine const& line, std::ostrea
     std::wstring warnings;
     std::vector<std::shared_ptr<koltx::Mesh>> meshes;
     std::shared_ptr<koltx::Geometry> geometry;
-    if (lowerExtension(input) == ".obj") {
+    if (FileNames::lowerExtension(input) == ".obj") {
         auto const cache = koltx::KOLTUtils::share(kolt::Cache::create());
         try {
             meshes = ObjReader::read(input, cache.get(), warnings);
@@ -81,10 +76,17 @@ int GltfCommand::run(CodecHost const& host, CommandLine const& line, std::ostrea
     } else {
         DecodedFile decoded = FileDecoder(host.manager()).decode(input, true);
         if (!decoded.loaded) {
-            printWarnings(decoded.warnings, err, "gmlcodec: ");
+            err << "gmlcodec: " << decoded.error << "\n";
             return 1;
         }
-        warnings = decoded.warnings;
+        printWarnings(decoded.warnings, err, "warning: ");
+        decoded.reader->report(err, line.verbose);
+        std::string const nothing = FileDecoder::nothingToConvert(decoded, input);
+        if (!nothing.empty()) {
+            err << "gmlcodec: " << nothing << "; nothing to convert, " << output
+                << " not written\n";
+            return 1;
+        }
         geometry = decoded.geometry;
         if (geometry)
             meshes = geometry->getMeshes();
@@ -112,7 +114,7 @@ int GltfCommand::run(CodecHost const& host, CommandLine const& line, std::ostrea
             attributes[name] = nlohmann::ordered_json::parse(value, nullptr, false);
         scene.extras["attributes"] = attributes;
         GltfWriter const writer(std::move(scene), frame, warnings);
-        if (lowerExtension(output) == ".glb") {
+        if (FileNames::lowerExtension(output) == ".glb") {
             AtomicFile file(output);
             writer.writeGlb(file.stream());
             file.commit();

@@ -3,7 +3,9 @@
 #include "CountingStreamBuf.h"
 #include "Json.h"
 #include "ProgressBar.h"
+#include "ReaderDiagnostics.h"
 #include "UsageError.h"
+#include "XmlSafe.h"
 
 #include <gtest/gtest.h>
 
@@ -111,6 +113,36 @@ TEST(AtomicFile, AppearsOnlyWhenCommitted) {
     EXPECT_EQ(fs::file_size(dir / "b.txt"), 5u);
     EXPECT_THROW(AtomicFile(dir / "missing" / "c.txt"), std::runtime_error);
     fs::remove_all(dir);
+}
+
+TEST(XmlSafe, EveryStringBecomesWellFormed) {
+    EXPECT_EQ(XmlSafe::text(L"Smith & Sons <\"'>\n\t"),
+              L"Smith &amp; Sons &lt;&quot;&apos;&gt;&#10;&#9;");
+    EXPECT_EQ(XmlSafe::text(std::wstring{L'a', 0x01, L'b', 0xFFFE, L'c', 0xD800}),
+              (std::wstring{L'a', 0xFFFD, L'b', 0xFFFD, L'c', 0xFFFD}));
+    EXPECT_EQ(XmlSafe::attributeName(L"gml:name"), L"gml:name");
+    EXPECT_EQ(XmlSafe::attributeName(L"foo:bar&"), L"foo_bar&amp;");
+    EXPECT_EQ(XmlSafe::attributeName(L"gml:1x"), L"gml_1x");
+    EXPECT_EQ(XmlSafe::name(L"bldg:my tag<"), L"bldg:my_tag_");
+    EXPECT_EQ(XmlSafe::name(L"1st"), L"_1st");
+}
+
+TEST(ReaderDiagnostics, DropsAreCountedByKindWithLineAndId) {
+    ReaderDiagnostics reader;
+    using Level = citygml::CityGMLLogger::LOGLEVEL;
+    reader.log(Level::LL_WARNING, "ring 'r1' dropped: fewer than 4 positions", nullptr, 12);
+    reader.log(Level::LL_WARNING, "polygon dropped: no usable exterior ring", nullptr, 14);
+    reader.log(Level::LL_WARNING, "material 'm' has an unreadable colour", nullptr, 20);
+    reader.log(Level::LL_INFO, "ring 'r2' dropped: not heard below warnings", nullptr, 30);
+    EXPECT_EQ(reader.count(), 3u);
+    EXPECT_EQ(reader.entries()[0].id, "r1");
+    EXPECT_EQ(reader.entries()[1].id, "");
+    EXPECT_EQ(reader.lines()[0], "line 12: ring 'r1' dropped: fewer than 4 positions");
+    EXPECT_EQ(
+        reader.summary(2),
+        "the reader reported 3 problems (1 other, 1 polygon dropped, 1 ring dropped), the "
+        "first 2:\n  line 12: ring 'r1' dropped: fewer than 4 positions\n"
+        "  line 14: polygon dropped: no usable exterior ring\n  (--verbose lists them all)\n");
 }
 
 } // namespace

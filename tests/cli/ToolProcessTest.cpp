@@ -2,11 +2,16 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
+#include <chrono>
+#include <csignal>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
+#include <map>
+#include <regex>
 #include <sstream>
 #include <string>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -14,8 +19,15 @@ namespace fs = std::filesystem;
 
 namespace {
 
+// Generous guards: they catch hangs and blow-ups, not noise.
+constexpr long MaxKilobytes = 400 * 1024;
+constexpr auto MaxTime = std::chrono::seconds(20);
+
 struct ToolRun {
-    int code = -1;
+    int code = -1;       // exit code, or -1 when a signal ended the tool
+    int signal = 0;      // the signal that ended it
+    bool bounded = true; // false when it outgrew the memory or time guard and was killed
+    long kilobytes = 0;
     std::string out;
     std::string err;
 };
@@ -27,53 +39,201 @@ std::string readFile(fs::path const& path) {
     return text.str();
 }
 
-fs::path toolPath() {
-    return fs::read_symlink("/proc/self/exe").parent_path() / "gmlcodec";
+std::vector<std::string> words(std::string const& text) {
+    std::istringstream in(text);
+    std::vector<std::string> out;
+    for (std::string word; in >> word;)
+        out.push_back(word);
+    return out;
 }
 
-// A scratch folder per test, removed afterwards.
+long residentKilobytes(pid_t pid) {
+    long pages = 0;
+    std::ifstream("/proc/" + std::to_string(pid) + "/statm") >> pages >> pages;
+    return pages * (sysconf(_SC_PAGESIZE) / 1024);
+}
+
+bool holdsTemporaryFile(fs::path const& folder) {
+    std::error_code error;
+    for (auto it = fs::directory_iterator(folder, error); !error && it != fs::directory_iterator();
+         it.increment(error)) {
+        std::string const name = it->path().filename().string();
+        if (name[0] == '.' || name.find(".tmp") != std::string::npos)
+            return true;
+    }
+    return false;
+}
+
+// Runs the tool as a child without a shell, watching its memory and time; `signal` is sent
+// once `watched` holds a temporary file.
+ToolRun runTool(std::vector<std::string> arguments, fs::path const& logs, int signal = 0,
+                fs::path const& watched = {}) {
+    fs::path const tool = fs::read_symlink("/proc/self/exe").parent_path() / "gmlcodec";
+    arguments.insert(arguments.begin(), tool.string());
+    pid_t const pid = fork();
+    if (pid == 0) {
+        dup2(open((logs / "out").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644), 1);
+        dup2(open((logs / "err").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644), 2);
+        std::vector<char*> argv;
+        for (auto& argument : arguments)
+            argv.push_back(argument.data());
+        argv.push_back(nullptr);
+        execv(argv[0], argv.data());
+        _exit(127);
+    }
+    ToolRun run;
+    auto const start = std::chrono::steady_clock::now();
+    for (bool sent = false;;) {
+        int status = 0;
+        rusage usage{};
+        if (wait4(pid, &status, WNOHANG, &usage) == pid) {
+            run.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+            run.signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+            run.kilobytes = std::max(run.kilobytes, static_cast<long>(usage.ru_maxrss));
+            break;
+        }
+        run.kilobytes = std::max(run.kilobytes, residentKilobytes(pid));
+        if (run.kilobytes > MaxKilobytes || std::chrono::steady_clock::now() - start > MaxTime) {
+            run.bounded = false;
+            kill(pid, SIGKILL);
+        }
+        if (signal != 0 && !sent && holdsTemporaryFile(watched))
+            sent = kill(pid, signal) == 0;
+        usleep(2000);
+    }
+    run.out = readFile(logs / "out");
+    run.err = readFile(logs / "err");
+    return run;
+}
+
+// Size and time of every file below `folder`: what the tool may not touch.
+std::map<std::string, std::pair<std::uintmax_t, fs::file_time_type>>
+snapshot(fs::path const& folder) {
+    std::map<std::string, std::pair<std::uintmax_t, fs::file_time_type>> files;
+    for (auto const& entry : fs::recursive_directory_iterator(folder)) {
+        std::error_code error;
+        files[entry.path().string()] = {entry.is_regular_file(error) ? entry.file_size(error) : 0,
+                                        entry.last_write_time(error)};
+    }
+    return files;
+}
+
+std::vector<std::string> namesIn(fs::path const& folder) {
+    std::vector<std::string> names;
+    for (auto const& entry : fs::directory_iterator(folder))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+// Parses a written file back: CityGML with xmllint, OBJ line by line.
+void expectWellFormed(fs::path const& file) {
+    std::string const ext = file.extension().string();
+    if (ext == ".gml" || ext == ".xml" || ext == ".citygml") {
+        std::string const lint = "xmllint --noout --nonet '" + file.string() + "' 2>/dev/null";
+        EXPECT_EQ(std::system(lint.c_str()), 0) << file << " is not well-formed";
+    } else if (ext == ".obj") {
+        static std::regex const line(R"((#.*|mtllib \S+|o [^\x00-\x1f\x7f]*|v( -?[0-9.]+){3})"
+                                     R"(|vt( -?[0-9.]+){2}|usemtl \S+|f( \d+(/\d+)?)+))");
+        std::istringstream in(readFile(file));
+        for (std::string text; std::getline(in, text);)
+            EXPECT_TRUE(std::regex_match(text, line)) << file << ": " << text;
+    }
+}
+
+std::string replaced(std::string text, std::string const& from, std::string const& to) {
+    for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
+        text.replace(at, from.size(), to);
+    return text;
+}
+
 class ToolProcess : public ::testing::Test {
 protected:
-    void SetUp() override {
-        dir = fs::temp_directory_path() /
-              ("gmlcodec_test_" + std::to_string(getpid()) + "_" +
-               ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::remove_all(dir);
-        fs::create_directories(dir);
+    static void SetUpTestSuite() {
+        scratch = fs::temp_directory_path() / ("gmlcodec_tool_" + std::to_string(getpid()));
+        fs::remove_all(scratch);
+        fs::create_directories(scratch);
     }
-    void TearDown() override { fs::remove_all(dir); }
+    static void TearDownTestSuite() { fs::remove_all(scratch); }
+
+    void SetUp() override {
+        dir = scratch / ::testing::UnitTest::GetInstance()->current_test_info()->name();
+        fs::create_directories(dir / "logs");
+        fs::create_directories(dir / "out");
+    }
 
     ToolRun run(std::string const& arguments) const {
-        fs::path const errFile = dir / "stderr.txt";
-        std::string const command =
-            "'" + toolPath().string() + "' " + arguments + " 2>'" + errFile.string() + "'";
-        ToolRun result;
-        FILE* pipe = popen(command.c_str(), "r");
-        if (pipe == nullptr)
-            return result;
-        char buffer[4096];
-        for (std::size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;)
-            result.out.append(buffer, n);
-        int const status = pclose(pipe);
-        result.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-        result.err = readFile(errFile);
-        fs::remove(errFile);
-        return result;
+        return runTool(words(arguments), dir / "logs");
     }
 
-    std::vector<std::string> files() const {
-        std::vector<std::string> names;
-        for (auto const& entry : fs::directory_iterator(dir))
-            names.push_back(entry.path().filename().string());
-        std::sort(names.begin(), names.end());
-        return names;
-    }
-
+    static inline fs::path scratch;
     fs::path dir;
 };
 
 std::string example() {
-    return "'" + (testsupport::sourceDir() / "examples" / "small_house.gml").string() + "'";
+    return (testsupport::sourceDir() / "examples" / "small_house.gml").string();
+}
+
+fs::path golden(std::string const& name) {
+    return testsupport::sourceDir() / "tests" / "golden" / "cli" / name;
+}
+
+TEST_F(ToolProcess, HostileInputs) {
+    fs::path const corpus = scratch / "in";
+    std::string const make =
+        "python3 '" + (testsupport::sourceDir() / "tests/cli/make_hostile_corpus.py").string() +
+        "' '" + testsupport::sourceDir().string() + "' '" + corpus.string() + "'";
+    ASSERT_EQ(std::system(make.c_str()), 0);
+    auto const before = snapshot(corpus);
+    std::ifstream table(testsupport::sourceDir() / "tests/data/cli/hostile_cases.txt");
+    int cases = 0;
+    for (std::string line; std::getline(table, line);) {
+        if (line.empty() || line[0] == '#')
+            continue;
+        std::vector<std::string> field;
+        for (std::size_t start = 0, end = 0; end != std::string::npos; start = end + 3) {
+            end = line.find(" | ", start);
+            std::string const f = line.substr(start, end - start);
+            field.push_back(f.substr(0, f.find_last_not_of(' ') + 1));
+        }
+        ASSERT_EQ(field.size(), 8u) << line;
+        SCOPED_TRACE(field[0]);
+        ++cases;
+        fs::path const out = dir / ("case" + std::to_string(cases));
+        fs::create_directories(out);
+        if (field[1] != "-")
+            fs::copy(corpus / field[1], out);
+        auto const preset = snapshot(out);
+        auto arguments = words(field[2]);
+        for (auto& argument : arguments)
+            argument = replaced(replaced(argument, "{in}", corpus.string()), "{out}", out.string());
+        int const signal = field[3] == "SIGINT" ? SIGINT : field[3] == "SIGTERM" ? SIGTERM : 0;
+        ToolRun const r = runTool(arguments, dir / "logs", signal, out);
+
+        EXPECT_TRUE(r.bounded) << r.kilobytes << " kB";
+        EXPECT_LT(r.kilobytes, MaxKilobytes);
+        EXPECT_EQ(signal != 0 ? r.signal : r.code, signal != 0 ? signal : std::stoi(field[3]))
+            << r.err;
+        EXPECT_TRUE(field[4] == "-" || std::regex_search(r.err, std::regex(field[4]))) << r.err;
+        EXPECT_TRUE(field[5] == "-" || std::regex_search(r.out, std::regex(field[5]))) << r.out;
+        std::vector<std::string> expected =
+            field[6] == "-" ? std::vector<std::string>() : words(field[6]);
+        for (auto const& [path, stamp] : preset) {
+            expected.push_back(fs::path(path).filename().string());
+            EXPECT_EQ(snapshot(out).at(path), stamp) << path << " was touched";
+        }
+        std::sort(expected.begin(), expected.end());
+        EXPECT_EQ(namesIn(out), expected);
+        for (auto const& name : namesIn(out))
+            expectWellFormed(out / name);
+        if (field[7] != "-") {
+            auto const tilde = field[7].find('~');
+            std::string const text = readFile(out / field[7].substr(0, tilde));
+            EXPECT_TRUE(std::regex_search(text, std::regex(field[7].substr(tilde + 1)))) << text;
+        }
+        EXPECT_EQ(snapshot(corpus), before) << "a file outside the output folder was touched";
+    }
+    EXPECT_GT(cases, 25);
 }
 
 TEST_F(ToolProcess, VersionHelpAndUsageErrors) {
@@ -86,7 +246,8 @@ TEST_F(ToolProcess, VersionHelpAndUsageErrors) {
 
     for (std::string const& args : std::vector<std::string>{
              "", "frobnicate", "info", "info a.gml b.gml", "convert a.gml", "info --bogus a.gml",
-             "selfcheck x", "--extensions", "convert " + example() + " out.png"}) {
+             "selfcheck x", "--extensions", "convert a.gml a.gml --texture-root",
+             "convert " + example() + " out.png"}) {
         SCOPED_TRACE(args);
         r = run(args);
         EXPECT_EQ(r.code, 2);
@@ -107,43 +268,40 @@ TEST_F(ToolProcess, SelfcheckListsTheCodecFactories) {
     // The built-in image encoders are the host's, not the codec's.
     EXPECT_EQ(r.out.find("PNGEncoder"), std::string::npos);
 
-    ToolRun const missing = run("selfcheck --extensions '" + dir.string() + "'");
+    ToolRun const missing = run("selfcheck --extensions " + (dir / "out").string());
     EXPECT_EQ(missing.code, 1);
     EXPECT_NE(missing.err.find("libcitygml_codec.so"), std::string::npos) << missing.err;
 }
 
-TEST_F(ToolProcess, InfoJsonOfTheExample) {
-    fs::path const golden = testsupport::sourceDir() / "tests" / "golden" / "cli";
+TEST_F(ToolProcess, InfoOfTheExample) {
     ToolRun const r = run("info --json --names " + example());
     EXPECT_EQ(r.code, 0) << r.err;
     EXPECT_EQ(r.err, "");
-    EXPECT_EQ(r.out, readFile(golden / "info_small_house.json"));
+    EXPECT_EQ(r.out, readFile(golden("info_small_house.json")));
     // Without --names only the first and the last mesh name.
     EXPECT_NE(run("info --json " + example())
                   .out.find(R"(MultiSurface[]\\", "bldg:Building[house]\\bldg:consistsOf)"),
               std::string::npos);
-
     ToolRun const text = run("info " + example());
     EXPECT_EQ(text.code, 0);
-    std::string const path = (testsupport::sourceDir() / "examples" / "small_house.gml").string();
     EXPECT_EQ(text.out,
-              "file:              " + path + "\n" + readFile(golden / "info_small_house.txt"));
+              "file:              " + example() + "\n" + readFile(golden("info_small_house.txt")));
 }
 
 TEST_F(ToolProcess, ConvertTheExampleToObj) {
-    ToolRun const r = run("convert " + example() + " '" + (dir / "small_house.obj").string() + "'");
+    ToolRun const r =
+        run("convert " + example() + " " + (dir / "out" / "small_house.obj").string());
     EXPECT_EQ(r.code, 0) << r.err;
     EXPECT_EQ(r.err, "");
-    EXPECT_EQ(r.out, "wrote " + (dir / "small_house.obj").string() +
+    EXPECT_EQ(r.out, "wrote " + (dir / "out" / "small_house.obj").string() +
                          ": 5 meshes, 13 faces, 1 holes, 58 vertices, 3 materials, 1 textures\n");
-    EXPECT_EQ(files(), (std::vector<std::string>{"facade.png", "small_house.attributes.json",
-                                                 "small_house.mtl", "small_house.obj"}));
-    fs::path const golden = testsupport::sourceDir() / "tests" / "golden" / "cli";
-    EXPECT_EQ(readFile(dir / "small_house.obj"), readFile(golden / "small_house.obj"));
-    EXPECT_EQ(readFile(dir / "small_house.mtl"), readFile(golden / "small_house.mtl"));
-    EXPECT_EQ(readFile(dir / "small_house.attributes.json"),
-              readFile(golden / "small_house.attributes.json"));
-    EXPECT_EQ(readFile(dir / "facade.png"),
+    EXPECT_EQ(namesIn(dir / "out"),
+              (std::vector<std::string>{"facade.png", "small_house.attributes.json",
+                                        "small_house.mtl", "small_house.obj"}));
+    for (std::string const name :
+         {"small_house.obj", "small_house.mtl", "small_house.attributes.json"})
+        EXPECT_EQ(readFile(dir / "out" / name), readFile(golden(name))) << name;
+    EXPECT_EQ(readFile(dir / "out" / "facade.png"),
               readFile(testsupport::sourceDir() / "examples" / "facade.png"));
 }
 
@@ -177,16 +335,12 @@ TEST_F(ToolProcess, TexturesWithOneFileNameGetUniqueCopies) {
            "<app:appearanceMember><app:Appearance>"
         << texture("ta", "x/wall.png", "a") << texture("tb", "y/wall.png", "b")
         << "</app:Appearance></app:appearanceMember></core:CityModel>";
-    fs::create_directories(dir / "out");
-    ToolRun const r = run("convert '" + (dir / "in" / "two.gml").string() + "' '" +
-                          (dir / "out" / "two.obj").string() + "'");
+    ToolRun const r = run("convert " + (dir / "in" / "two.gml").string() + " " +
+                          (dir / "out" / "two.obj").string());
     EXPECT_EQ(r.code, 0) << r.err;
-    std::vector<std::string> names;
-    for (auto const& entry : fs::directory_iterator(dir / "out"))
-        names.push_back(entry.path().filename().string());
-    std::sort(names.begin(), names.end());
-    EXPECT_EQ(names, (std::vector<std::string>{"two.attributes.json", "two.mtl", "two.obj",
-                                               "wall.png", "wall_1.png"}));
+    EXPECT_EQ(namesIn(dir / "out"),
+              (std::vector<std::string>{"two.attributes.json", "two.mtl", "two.obj", "wall.png",
+                                        "wall_1.png"}));
     std::string const mtl = readFile(dir / "out" / "two.mtl");
     EXPECT_NE(mtl.find("map_Kd wall.png\n"), std::string::npos) << mtl;
     EXPECT_NE(mtl.find("map_Kd wall_1.png\n"), std::string::npos) << mtl;
@@ -196,59 +350,13 @@ TEST_F(ToolProcess, TexturesWithOneFileNameGetUniqueCopies) {
         << obj;
 }
 
-TEST_F(ToolProcess, FilesThatDoNotLoadLeaveNoOutput) {
-    std::ofstream(dir / "broken.gml") << "<core:CityModel><unclosed>";
-    ToolRun r =
-        run("convert '" + (dir / "broken.gml").string() + "' '" + (dir / "out.obj").string() + "'");
-    EXPECT_EQ(r.code, 1);
-    EXPECT_NE(r.err.find("Failed to load citygml file: "), std::string::npos) << r.err;
-    EXPECT_EQ(files(), std::vector<std::string>{"broken.gml"});
-
-    r = run("info --json '" + (dir / "broken.gml").string() + "'");
-    EXPECT_EQ(r.code, 1);
-    EXPECT_EQ(r.out, "");
-    EXPECT_NE(r.err.find("Failed to load citygml file: "), std::string::npos);
-
-    r = run("info '" + (dir / "absent.gml").string() + "'");
-    EXPECT_EQ(r.code, 1);
-    EXPECT_NE(r.err.find("Cannot open"), std::string::npos) << r.err;
-
-    // An output folder that does not exist: the conversion fails and leaves nothing behind.
-    r = run("convert " + example() + " '" + (dir / "no" / "out.obj").string() + "'");
-    EXPECT_EQ(r.code, 1);
-    EXPECT_NE(r.err.find("cannot write"), std::string::npos) << r.err;
-    EXPECT_EQ(files(), std::vector<std::string>{"broken.gml"});
-}
-
-TEST_F(ToolProcess, FilesWithoutPolygonsSummariseZeroMeshes) {
-    std::ofstream(dir / "empty.gml")
-        << "<core:CityModel xmlns:core=\"http://www.opengis.net/citygml/2.0\" "
-           "xmlns:bldg=\"http://www.opengis.net/citygml/building/2.0\"><core:cityObjectMember>"
-           "<bldg:Building/></core:cityObjectMember></core:CityModel>";
-    ToolRun r = run("info '" + (dir / "empty.gml").string() + "'");
-    EXPECT_EQ(r.code, 0) << r.err;
-    EXPECT_NE(r.out.find("meshes:            0\n"), std::string::npos) << r.out;
-    r = run("info --json '" + (dir / "empty.gml").string() + "'");
-    EXPECT_EQ(r.out, R"({"meshes": 0, "faces": 0, "holes": 0, "vertices": 0, "materials": 0, )"
-                     R"("textures": 0, "spatialReference": null, "attributes": {}, )"
-                     R"("warnings": [], "meshNames": [], "version": "2.0", "crs": null, )"
-                     R"("featuresByClass": {}, "lods": [], "boundingBox": null})"
-                     "\n");
-    r = run("convert '" + (dir / "empty.gml").string() + "' '" + (dir / "e.obj").string() + "'");
-    EXPECT_EQ(r.code, 0) << r.err;
-    EXPECT_EQ(readFile(dir / "e.obj"),
-              "# gmlcodec 0.1.0\n# axes: x east, y up, z south (the file's x, z, -y)\n"
-              "mtllib e.mtl\n");
-}
-
 TEST_F(ToolProcess, TexturedCorpusFileCountsItsTextures) {
     REQUIRE_TESTDATA();
     fs::path const file = testsupport::testDataDir() / "citygml2_textures" / "ogc_appearance" /
                           "Appearance-EPSG25832.gml";
-    ToolRun const r = run("info --json '" + file.string() + "'");
+    ToolRun const r = run("info --json " + file.string());
     EXPECT_EQ(r.code, 0) << r.err;
     EXPECT_EQ(r.out.rfind("{\"meshes\": ", 0), 0u);
-    EXPECT_NE(r.out.find("\"textures\": "), std::string::npos);
     // Textures beside the document resolve, so none is missing from the count.
     EXPECT_EQ(r.out.find("\"textures\": 0,"), std::string::npos) << r.out.substr(0, 200);
 }

@@ -264,7 +264,7 @@ TEST_F(RoundTrip, EveryCityGML2FileComesBackWithItsMeshesAreaAndTextures) {
         SCOPED_TRACE(input.string());
         FileDecoder const decoder(host().manager());
         DecodedFile const original = decoder.decode(input.string(), false);
-        if (!original.loaded)
+        if (!original.loaded || !FileDecoder::nothingToConvert(original, input.string()).empty())
             continue;
 
         fs::path const out = folder / std::to_string(n) / "out.gml";

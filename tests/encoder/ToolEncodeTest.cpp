@@ -380,7 +380,7 @@ TEST_F(ToolEncode, FailuresLeaveNothingBehind) {
         fs::create_directories(dir / "locked");
         fs::permissions(dir / "locked", fs::perms::owner_read | fs::perms::owner_exec);
         EXPECT_EQ(1, convert((dir / "in" / "t.obj").string(), (dir / "locked" / "a.gml").string()));
-        EXPECT_NE(std::string::npos, err.find("cannot be written"));
+        EXPECT_NE(std::string::npos, err.find("Permission denied"));
         fs::permissions(dir / "locked", fs::perms::owner_all);
     }
     // The document cannot be put in place after its texture was written: the texture goes too.
@@ -389,12 +389,10 @@ TEST_F(ToolEncode, FailuresLeaveNothingBehind) {
     writeFile(dir / "in" / "tex.obj",
               "mtllib t.mtl\nv 0 0 0\nv 1 0 0\nv 1 1 0\nvt 0 0\nvt 1 0\nvt 1 1\n"
               "usemtl t\nf 1/1 2/2 3/3\n");
-    // Beside its input, the texture image would replace the input's own picture.
-    std::string const picture = readFile(dir / "in" / "t.png");
-    EXPECT_EQ(1, convert((dir / "in" / "tex.obj").string(), (dir / "in" / "x.gml").string()));
-    EXPECT_NE(std::string::npos, err.find("would replace the input's own"));
-    EXPECT_EQ(picture, readFile(dir / "in" / "t.png"));
-    EXPECT_FALSE(fs::exists(dir / "in" / "x.gml"));
+    // Beside its input, the texture image never replaces the input's own picture.
+    auto const stamp = fs::last_write_time(dir / "in" / "t.png");
+    EXPECT_EQ(0, convert((dir / "in" / "tex.obj").string(), (dir / "in" / "x.gml").string()));
+    EXPECT_EQ(stamp, fs::last_write_time(dir / "in" / "t.png"));
     fs::create_directories(dir / "out" / "blocked.gml" / "inside");
     EncodeOptions options;
     options.baseName = "blocked";

@@ -18,8 +18,9 @@ struct XmlAttribute {
 class SaxHandler {
 public:
     virtual ~SaxHandler() = default;
+    // `line` is the 1-based line of the start tag.
     virtual void startElement(char const* localName, char const* prefix, char const* uri,
-                              XmlAttribute const* attributes, int count) = 0;
+                              XmlAttribute const* attributes, int count, int line) = 0;
     virtual void endElement() = 0;
     virtual void characters(char const* text, std::size_t length) = 0;
 };

@@ -45,6 +45,19 @@ char const* cs(xmlChar const* s) {
     return reinterpret_cast<char const*>(s);
 }
 
+// The line where the start tag just read begins. The parser is still inside the tag, so the
+// text back to its '<' holds the tag's own line breaks; attribute values hold no raw '<'.
+int startTagLine(xmlParserCtxtPtr ctxt) {
+    xmlParserInputPtr in = ctxt->input;
+    if (!in || !in->cur || !in->base)
+        return 0;
+    int line = in->line;
+    for (xmlChar const* p = in->cur; p > in->base && *p != '<'; --p)
+        if (*p == '\n')
+            --line;
+    return line;
+}
+
 void onStart(void* ctx, xmlChar const* localName, xmlChar const* prefix, xmlChar const* uri, int,
              xmlChar const**, int nbAttributes, int, xmlChar const** attributes) {
     guarded(ctx, [&](Context& c) {
@@ -55,7 +68,7 @@ void onStart(void* ctx, xmlChar const* localName, xmlChar const* prefix, xmlChar
                                                          cs(a[4])};
         }
         c.handler->startElement(cs(localName), cs(prefix), cs(uri), c.attributes.data(),
-                                nbAttributes);
+                                nbAttributes, startTagLine(static_cast<xmlParserCtxtPtr>(ctx)));
     });
 }
 

@@ -154,19 +154,27 @@ void ModelBuilder::start(Frame& f, Sym parentSym, std::string_view docId, std::s
         startCityObject(info, docId);
         break;
     case Sym::Geometry:
+        if (m_polygons.inPolygon())
+            m_diagnostics.dropped("geometry", docId, "inside a polygon", f.line);
         if (m_polygons.inPolygon() || !startGeometry(info, docId, srsName))
             m_skipDepth = 1;
         break;
     case Sym::Polygon:
+        if (m_polygons.inPolygon())
+            m_diagnostics.dropped("polygon", docId, "inside another polygon", f.line);
         if (m_polygons.inPolygon() || !startPolygon(info, docId, f.line))
             m_skipDepth = 1;
         break;
     case Sym::LinearRing:
         if (m_polygons.inPolygon() && !m_polygons.inRing() &&
-            (parentSym == Sym::Exterior || parentSym == Sym::Interior))
+            (parentSym == Sym::Exterior || parentSym == Sym::Interior)) {
             m_polygons.startRing(parentSym == Sym::Exterior, modelId(docId), docId, f.line);
-        else
+        } else {
+            if (m_polygons.inPolygon())
+                m_diagnostics.dropped("ring", docId, "not the child of an exterior or interior",
+                                      f.line);
             f.sym = Sym::None;
+        }
         break;
     case Sym::Pos:
     case Sym::PosList:
@@ -211,6 +219,7 @@ void ModelBuilder::start(Frame& f, Sym parentSym, std::string_view docId, std::s
         break;
     case Sym::Implicit:
         // Implicit geometries are prototypes placed elsewhere; their polygons are not read.
+        m_diagnostics.dropped("geometry", docId, "implicit geometries are not read", f.line);
         m_skipDepth = 1;
         break;
     case Sym::None:
@@ -379,8 +388,11 @@ bool ModelBuilder::startGeometry(ElementInfo const& info, std::string_view docum
                                  std::string_view srs) {
     std::size_t depth = m_frames.size() - 1;
     bool direct = underObject();
-    if (!direct && m_geometries.empty())
+    if (!direct && m_geometries.empty()) {
+        m_diagnostics.dropped("geometry", documentId, "not inside a city object",
+                              m_frames.back().line);
         return false;
+    }
     Geometry* geometry = nullptr;
     std::string_view path(m_path);
     if (direct) {
@@ -426,6 +438,7 @@ bool ModelBuilder::startPolygon(ElementInfo const& info, std::string_view docume
             return false;
         m_frames.back().ownsWrapper = true;
     } else if (m_geometries.empty()) {
+        m_diagnostics.dropped("polygon", documentId, "not inside a city object or geometry", line);
         return false;
     }
     m_polygons.startPolygon(id, documentId, line);

@@ -4,6 +4,7 @@
 #include "../Numbers.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace citygml {
 
@@ -36,12 +37,21 @@ void PolygonCollector::fault(std::string reason) {
         m_ringFault = std::move(reason);
 }
 
+void PolygonCollector::unreadable(std::string_view token) {
+    fault("coordinate '" + Diagnostics::printable(token) + "' " +
+          (Numbers::outOfRange(token) ? "is out of range" : "does not parse"));
+}
+
 void PolygonCollector::posList(std::string_view text, int dimension) {
     if (!m_ringFault.empty())
         return;
     m_numbers.clear();
-    if (!Numbers::parseList(text, m_numbers))
-        return fault("unreadable coordinates");
+    std::string_view bad;
+    if (!Numbers::parseList(text, m_numbers, &bad))
+        return unreadable(bad);
+    if (m_numbers.size() % static_cast<std::size_t>(dimension))
+        return fault("posList of " + std::to_string(m_numbers.size()) +
+                     " values is not a multiple of dimension " + std::to_string(dimension));
     addPositions(dimension);
 }
 
@@ -49,9 +59,12 @@ void PolygonCollector::pos(std::string_view text) {
     if (!m_ringFault.empty())
         return;
     m_numbers.clear();
-    if (!Numbers::parseList(text, m_numbers))
-        return fault("unreadable coordinates");
+    std::string_view bad;
+    if (!Numbers::parseList(text, m_numbers, &bad))
+        return unreadable(bad);
     // A single gml:pos says its own dimension by its length.
+    if (m_numbers.size() != 2 && m_numbers.size() != 3)
+        return fault("pos of " + std::to_string(m_numbers.size()) + " values, not 2 or 3");
     addPositions(static_cast<int>(m_numbers.size()));
 }
 
@@ -60,41 +73,45 @@ void PolygonCollector::coordinates(std::string_view text, char cs, char ts, char
         return;
     m_numbers.clear();
     int dimension = 0;
-    if (!Numbers::parseCoordinates(text, cs, ts, decimal, m_numbers, dimension) ||
-        (dimension != 2 && dimension != 3))
-        return fault("unreadable coordinates");
+    std::string_view bad;
+    if (!Numbers::parseCoordinates(text, cs, ts, decimal, m_numbers, dimension, &bad))
+        return unreadable(bad);
+    if (dimension != 2 && dimension != 3)
+        return fault("coordinates tuples are not all of 2 or all of 3 values");
     addPositions(dimension);
 }
 
 void PolygonCollector::addPositions(int dimension) {
-    if ((dimension != 2 && dimension != 3) ||
-        m_numbers.size() % static_cast<std::size_t>(dimension))
-        return fault("unreadable coordinates");
-    for (std::size_t i = 0; i < m_numbers.size(); i += static_cast<std::size_t>(dimension))
+    auto step = static_cast<std::size_t>(dimension);
+    for (double v : m_numbers)
+        if (!std::isfinite(v))
+            return fault(std::string("coordinate '") +
+                         (std::isnan(v) ? "nan"
+                          : v < 0       ? "-inf"
+                                        : "inf") +
+                         "' is not finite");
+    for (std::size_t i = 0; i + step <= m_numbers.size(); i += step)
         m_ringVertices.emplace_back(m_numbers[i], m_numbers[i + 1],
                                     dimension == 3 ? m_numbers[i + 2] : 0.0);
 }
 
 void PolygonCollector::endRing() {
     m_inRing = false;
+    if (m_ringFault.empty()) {
+        if (!m_ringVertices.empty() && m_ringVertices.back() != m_ringVertices.front())
+            m_ringVertices.push_back(m_ringVertices.front());
+        if (m_ringVertices.size() < 4)
+            m_ringFault = "fewer than four positions";
+        else if (m_ringExterior && m_polygon->exterior())
+            m_ringFault = "second exterior ring";
+    }
     if (!m_ringFault.empty()) {
-        m_diagnostics.warn("ring '" + std::string(m_ringId) +
-                               "' has unreadable coordinates and is dropped",
-                           m_ringLine);
-        return;
-    }
-    if (!m_ringVertices.empty() && m_ringVertices.back() != m_ringVertices.front())
-        m_ringVertices.push_back(m_ringVertices.front());
-    if (m_ringVertices.size() < 4) {
-        m_diagnostics.warn("ring '" + std::string(m_ringId) +
-                               "' has fewer than 4 positions and is dropped",
-                           m_ringLine);
-        return;
-    }
-    if (m_ringExterior && m_polygon->exterior()) {
-        m_diagnostics.warn("polygon '" + std::string(m_polygon->getId()) +
-                               "' has a second exterior ring; it is ignored",
-                           m_ringLine);
+        // A bad exterior ring drops its polygon, which says why; holes of a dropped polygon are
+        // not worth a message of their own.
+        if (m_ringExterior && !m_polygon->exterior())
+            m_exteriorFault = m_ringFault;
+        else if (m_exteriorFault.empty())
+            m_diagnostics.dropped("ring", m_ringDocumentId, m_ringFault, m_ringLine);
         return;
     }
     TVec3d* vertices = m_store.array<TVec3d>(m_ringVertices.size());
@@ -112,9 +129,9 @@ Polygon* PolygonCollector::endPolygon() {
     m_polygon = nullptr;
     m_inRing = false;
     if (!polygon->exterior()) {
-        m_diagnostics.warn("polygon '" + std::string(polygon->getId()) +
-                               "' has no usable exterior ring and is dropped",
-                           m_polygonLine);
+        m_diagnostics.dropped("polygon", m_polygonDocumentId,
+                              m_exteriorFault.empty() ? "no exterior ring" : m_exteriorFault,
+                              m_polygonLine);
         return nullptr;
     }
     if (m_tesselator) {

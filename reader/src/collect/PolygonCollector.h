@@ -39,7 +39,9 @@ public:
 
 private:
     void addPositions(int dimension);
+    // The ring is dropped at its end, for the first reason found.
     void fault(std::string reason);
+    void unreadable(std::string_view token);
 
     ObjectArena& m_store;
     Diagnostics const& m_diagnostics;

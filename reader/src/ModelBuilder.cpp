@@ -60,7 +60,7 @@ void ModelBuilder::characters(char const* text, std::size_t length) {
 }
 
 void ModelBuilder::startElement(char const* localName, char const* prefix, char const* uri,
-                                XmlAttribute const* attributes, int count, int line) {
+                                XmlAttribute const* attributes, int count, StartLine line) {
     if (m_skipDepth > 0) {
         ++m_skipDepth;
         return;
@@ -78,7 +78,10 @@ void ModelBuilder::startElement(char const* localName, char const* prefix, char 
     Frame frame;
     frame.info = &info;
     frame.sym = info.sym;
-    frame.line = line;
+    // Only the elements that may be dropped need their line.
+    if (info.sym == Sym::Geometry || info.sym == Sym::Polygon || info.sym == Sym::LinearRing ||
+        info.sym == Sym::Implicit)
+        frame.line = line();
     frame.pathStart = m_path.size();
     frame.lod = info.lod;
     frame.dimension = m_frames.empty() ? 3 : m_frames.back().dimension;
@@ -132,7 +135,7 @@ void ModelBuilder::startElement(char const* localName, char const* prefix, char 
         !m_geometries.empty() && !m_polygons.inPolygon() &&
         m_geometries.back().second + 1 == m_frames.size() - 1)
         if (XmlAttribute const* href = attrs.find("href", Ns::Xlink))
-            addSharedPolygon(AttributeList::text(*href), line);
+            addSharedPolygon(AttributeList::text(*href), line());
 }
 
 void ModelBuilder::start(Frame& f, Sym parentSym, std::string_view docId, std::string_view srsName,

@@ -33,7 +33,7 @@ public:
     ~ModelBuilder() override;
 
     void startElement(char const* localName, char const* prefix, char const* uri,
-                      XmlAttribute const* attributes, int count, int line) override;
+                      XmlAttribute const* attributes, int count, StartLine line) override;
     void endElement() override;
     void characters(char const* text, std::size_t length) override;
 

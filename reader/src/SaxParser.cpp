@@ -48,8 +48,8 @@ char const* cs(xmlChar const* s) {
 
 // The line where the start tag just read begins. The parser is still inside the tag, so the
 // text back to its '<' holds the tag's own line breaks; attribute values hold no raw '<'.
-int startTagLine(xmlParserCtxtPtr ctxt) {
-    xmlParserInputPtr in = ctxt->input;
+int startTagLine(void* context) {
+    xmlParserInputPtr in = static_cast<xmlParserCtxtPtr>(context)->input;
     if (!in || !in->cur || !in->base)
         return 0;
     int line = in->line;
@@ -78,7 +78,7 @@ void onStart(void* ctx, xmlChar const* localName, xmlChar const* prefix, xmlChar
                                                          cs(a[4])};
         }
         c.handler->startElement(cs(localName), cs(prefix), cs(uri), c.attributes.data(),
-                                nbAttributes, startTagLine(ctxt));
+                                nbAttributes, StartLine{startTagLine, ctxt});
     });
 }
 

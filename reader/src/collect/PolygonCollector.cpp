@@ -83,16 +83,20 @@ void PolygonCollector::coordinates(std::string_view text, char cs, char ts, char
 
 void PolygonCollector::addPositions(int dimension) {
     auto step = static_cast<std::size_t>(dimension);
-    for (double v : m_numbers)
-        if (!std::isfinite(v))
-            return fault(std::string("coordinate '") +
-                         (std::isnan(v) ? "nan"
-                          : v < 0       ? "-inf"
-                                        : "inf") +
-                         "' is not finite");
-    for (std::size_t i = 0; i + step <= m_numbers.size(); i += step)
-        m_ringVertices.emplace_back(m_numbers[i], m_numbers[i + 1],
-                                    dimension == 3 ? m_numbers[i + 2] : 0.0);
+    for (std::size_t i = 0; i + step <= m_numbers.size(); i += step) {
+        TVec3d const& p = m_ringVertices.emplace_back(m_numbers[i], m_numbers[i + 1],
+                                                      dimension == 3 ? m_numbers[i + 2] : 0.0);
+        // The sum is finite whenever every value is, bar overflow, which the check below allows.
+        if (std::isfinite(p.x + p.y + p.z))
+            continue;
+        for (double v : {p.x, p.y, p.z})
+            if (!std::isfinite(v))
+                return fault(std::string("coordinate '") +
+                             (std::isnan(v) ? "nan"
+                              : v < 0       ? "-inf"
+                                            : "inf") +
+                             "' is not finite");
+    }
 }
 
 void PolygonCollector::endRing() {

@@ -3,8 +3,12 @@
 #include "ImageReader.h"
 #include "kolt/StringUtils.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cerrno>
-#include <cstdio>
+#include <cstdint>
 #include <cstring>
 #include <filesystem>
 #include <mutex>
@@ -19,22 +23,44 @@ void warn(std::wstring* warnings, std::wstring const& text) {
         *warnings += text + L"\n";
 }
 
-// Reads a whole file; false with `error` set when it cannot.
+// Texture files beyond this size are refused before they are read.
+constexpr std::uint64_t MaxTextureFileBytes = std::uint64_t(256) << 20;
+
+// Reads a whole regular file; false with `error` set when it cannot. Opening never waits (a FIFO
+// opens at once) and anything but a regular file is refused, so nothing blocks or streams forever.
 bool readFile(std::string const& path, std::vector<uint8_t>& bytes, std::string& error) {
-    std::FILE* file = std::fopen(path.c_str(), "rb");
-    if (file == nullptr) {
+    int const fd = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0) {
         error = std::strerror(errno);
         return false;
     }
-    uint8_t buffer[65536];
-    size_t count = 0;
-    while ((count = std::fread(buffer, 1, sizeof(buffer), file)) > 0)
-        bytes.insert(bytes.end(), buffer, buffer + count);
-    bool const failed = std::ferror(file) != 0;
-    std::fclose(file);
-    if (failed)
-        error = "read error";
-    return !failed;
+    struct stat info {};
+    if (::fstat(fd, &info) != 0)
+        error = std::strerror(errno);
+    else if (!S_ISREG(info.st_mode))
+        error = "not a regular file";
+    else if (static_cast<std::uint64_t>(info.st_size) > MaxTextureFileBytes)
+        error = "larger than " + std::to_string(MaxTextureFileBytes >> 20) + " MB";
+    if (error.empty()) {
+        bytes.resize(static_cast<std::size_t>(info.st_size));
+        std::size_t done = 0;
+        // A file that grows meanwhile is read as far as its size said.
+        while (done < bytes.size()) {
+            ssize_t const n = ::read(fd, bytes.data() + done, bytes.size() - done);
+            if (n < 0 && errno == EINTR)
+                continue;
+            if (n < 0) {
+                error = std::strerror(errno);
+                break;
+            }
+            if (n == 0)
+                break;
+            done += static_cast<std::size_t>(n);
+        }
+        bytes.resize(done);
+    }
+    ::close(fd);
+    return error.empty();
 }
 
 std::mutex g_filterMutex;

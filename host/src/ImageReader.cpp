@@ -5,6 +5,7 @@
 #include <csetjmp>
 #include <cstdio>
 #include <cstring>
+#include <string>
 
 #include <jpeglib.h>
 
@@ -12,8 +13,19 @@ namespace koltx {
 
 namespace {
 
-// Limit against absurd sizes in a damaged header, before anything is allocated.
-constexpr uint64_t MAX_PIXELS = uint64_t(1) << 28;
+// Limits against absurd sizes in a damaged or hostile header, checked before pixels are
+// allocated: 8192 x 8192 pixels and 256 MB of pixel data.
+constexpr uint64_t MaxPixels = uint64_t(1) << 26;
+constexpr uint64_t MaxPixelBytes = uint64_t(256) << 20;
+
+// Empty when an image of this size may be decoded, else the reason.
+std::string sizeFault(char const* kind, uint64_t width, uint64_t height, uint64_t channels) {
+    if (width != 0 && height != 0 && width * height <= MaxPixels &&
+        width * height * channels <= MaxPixelBytes)
+        return {};
+    return std::string(kind) + " of unsupported size " + std::to_string(width) + "x" +
+           std::to_string(height) + " (at most " + std::to_string(MaxPixels) + " pixels)";
+}
 
 struct JpegErrorManager {
     jpeg_error_mgr base;
@@ -73,14 +85,13 @@ std::shared_ptr<Texture> ImageReader::readPNG(std::vector<uint8_t> const& bytes,
                    : format == Texture::FORMAT_RGB8   ? PNG_FORMAT_RGB
                    : format == Texture::FORMAT_GREYA8 ? PNG_FORMAT_GA
                                                       : PNG_FORMAT_GRAY;
-    uint64_t const pixelCount = uint64_t(image.width) * image.height;
-    if (image.width == 0 || image.height == 0 || pixelCount > MAX_PIXELS) {
-        error = "PNG of unsupported size " + std::to_string(image.width) + "x" +
-                std::to_string(image.height);
+    uint32_t const channels = Texture::getChannelCount(format);
+    error = sizeFault("PNG", image.width, image.height, channels);
+    if (!error.empty()) {
         png_image_free(&image);
         return nullptr;
     }
-    uint32_t const channels = Texture::getChannelCount(format);
+    uint64_t const pixelCount = uint64_t(image.width) * image.height;
     std::vector<uint8_t> pixels(pixelCount * channels);
     auto const stride = static_cast<png_int_32>(image.width * channels);
     // A negative stride makes libpng fill the buffer from its last row: bottom row first.
@@ -117,15 +128,17 @@ std::shared_ptr<Texture> ImageReader::readJPEG(std::vector<uint8_t> const& bytes
         return nullptr;
     }
     info.out_color_space = info.num_components == 1 ? JCS_GRAYSCALE : JCS_RGB;
+    // The header's size decides before the decoder allocates anything for the image.
+    error =
+        sizeFault("JPEG", info.image_width, info.image_height, info.num_components == 1 ? 1 : 3);
+    if (!error.empty()) {
+        jpeg_destroy_decompress(&info);
+        return nullptr;
+    }
     jpeg_start_decompress(&info);
     uint32_t const width = info.output_width;
     uint32_t const height = info.output_height;
     uint32_t const channels = static_cast<uint32_t>(info.output_components);
-    if (uint64_t(width) * height > MAX_PIXELS) {
-        jpeg_destroy_decompress(&info);
-        error = "JPEG of unsupported size " + std::to_string(width) + "x" + std::to_string(height);
-        return nullptr;
-    }
     pixels.resize(size_t(width) * height * channels);
     size_t const stride = size_t(width) * channels;
     while (info.output_scanline < height) {

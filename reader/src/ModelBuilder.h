@@ -1,9 +1,14 @@
 #pragma once
 
+#include "Diagnostics.h"
+#include "ElementTable.h"
 #include "IdTable.h"
 #include "ObjectArena.h"
 #include "SaxHandler.h"
-#include "Vocabulary.h"
+#include "collect/AppearanceCollector.h"
+#include "collect/EnvelopeCollector.h"
+#include "collect/GenericAttributeCollector.h"
+#include "collect/PolygonCollector.h"
 
 #include <citygml/CityGMLLogger.h>
 #include <citygml/CityModel.h>
@@ -13,15 +18,14 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace citygml {
 
-enum class ElementSym : unsigned char;
-
-// Turns the parser's events into a CityModel in one pass; references by id (shared polygons,
-// appearance targets) are resolved in finish(), after the whole document has been read.
+// Turns the parser's events into a CityModel in one pass. It keeps the element stack, the element
+// paths and the open city objects and geometries, and hands each element to the collector of its
+// kind. References by id (shared polygons, appearance targets) are resolved in finish(), after
+// the whole document has been read.
 class ModelBuilder : public SaxHandler {
 public:
     ModelBuilder(ParserParams const& params, std::shared_ptr<TesselatorBase> tesselator,
@@ -29,7 +33,7 @@ public:
     ~ModelBuilder() override;
 
     void startElement(char const* localName, char const* prefix, char const* uri,
-                      XmlAttribute const* attributes, int count) override;
+                      XmlAttribute const* attributes, int count, StartLine line) override;
     void endElement() override;
     void characters(char const* text, std::size_t length) override;
 
@@ -37,72 +41,74 @@ public:
 
 private:
     using Sym = ElementSym;
-    struct ElementInfo;
-    struct Frame;
-    struct ObjectFrame;
-    struct SurfaceData;
-    struct PendingTarget;
-    struct GenericAttribute;
-    struct SharedPolygonRef;
-    struct ThemeLink;
-    struct Key {
-        char const* localName;
-        char const* prefix;
-        char const* uri;
-        bool operator==(Key const& o) const {
-            return localName == o.localName && prefix == o.prefix && uri == o.uri;
-        }
+    struct Frame {
+        ElementInfo const* info = nullptr;
+        Sym sym = Sym::None;
+        signed char lod = -1;
+        signed char dimension = 3;
+        char cs = ',';
+        char ts = ' ';
+        char decimal = '.';
+        bool ownsWrapper = false;
+        int line = 0;
+        std::size_t pathStart = 0;
+        std::size_t pathEnd = 0;
+        AppearanceCollector::Slot appearance;
     };
-    struct KeyHash {
-        std::size_t operator()(Key const& k) const {
-            std::hash<void const*> h;
-            return (h(k.localName) * 31 + h(k.prefix)) * 31 + h(k.uri);
-        }
+    struct ObjectFrame {
+        CityObject* object;
+        std::size_t frame;
+        int reliefLod;
+        std::string_view firstSrsName;
+    };
+    // An xlink:href surface member: a slot in `geometry`'s polygon list to fill after the read.
+    struct SharedPolygonRef {
+        Geometry* geometry;
+        std::size_t slot;
+        // The referenced id, kept in m_sharedRefIds: millions of references make no allocation
+        // each.
+        std::size_t idOffset;
+        std::size_t idLength;
+        int line;
     };
 
-    ElementInfo const& lookup(char const* localName, char const* prefix, char const* uri);
-    std::string newId();
-    AttributesMap& attributesOf(Object& object);
-    Envelope& envelopeOf(FeatureObject& object);
     // The document's id kept in the model, or a generated one when there is none.
     std::string_view modelId(std::string_view documentId);
-    void warn(std::string const& message) const;
+    // The id of an element whose path was just stored: a view into the path's last step.
+    std::string_view idFromPath(std::string_view path, std::string_view documentId);
+    // The feature that properties met now belong to: the innermost open object, or the model.
+    FeatureObject& owner();
     void startText(std::size_t depth);
     bool takeText(std::size_t depth, std::string_view& out);
 
+    void start(Frame& f, Sym parentSym, std::string_view documentId, std::string_view srsName,
+               AttributeList attributes);
+    void end(Frame& f, std::size_t depth);
+    void endPositions(Frame const& f, std::size_t depth);
     // `documentId` is the element's gml:id, empty when it has none.
     void startCityObject(ElementInfo const& info, std::string_view documentId);
+    // An object's geometry, or a geometry inside another: false when it is not read.
+    bool underObject() const;
     bool startGeometry(ElementInfo const& info, std::string_view documentId,
                        std::string_view srsName);
-    // The id of an element whose path was just stored: a view into the path's last step.
-    std::string_view idFromPath(std::string_view path, std::string_view documentId);
-    bool startPolygon(ElementInfo const& info, std::string_view id);
+    bool startPolygon(ElementInfo const& info, std::string_view documentId, int line);
     void endPolygon();
-    void endRing();
-    void addRingCoordinates(std::string_view text, int dimension, int tupleDimension);
-    void endEnvelopePosition(Sym sym, std::string_view text);
-    void endGenericAttribute();
-    void endTarget(Frame const& frame, std::string_view text);
-    void flushPendingTarget();
-    static std::string_view stripHashText(std::string_view s);
+    void endCityObject(std::size_t depth);
+    void addSharedPolygon(std::string_view reference, int line);
 
-    void assign(AppearanceTarget& target, std::string_view theme, bool front,
-                TextureTargetDefinition* texture, MaterialTargetDefinition* material);
-    void assignToGeometry(Geometry& g, std::string_view theme, bool front,
-                          TextureTargetDefinition* texture, MaterialTargetDefinition* material);
-    void resolveSharedPolygons();
-    void dropUnresolvedSlots();
-    void resolveAppearances();
     void indexTargets();
+    void resolveSharedPolygons();
+    // Runs last: the id table points into the polygon lists, which this reshuffles.
+    void dropUnresolvedSlots();
 
     ParserParams m_params;
     std::shared_ptr<TesselatorBase> m_tesselator;
-    std::shared_ptr<CityGMLLogger> m_logger;
+    Diagnostics m_diagnostics;
     std::shared_ptr<CityModel> m_model;
     // The model's storage, where every object, id and vertex read goes.
     ObjectArena& m_store;
 
-    std::unordered_map<Key, std::unique_ptr<ElementInfo>, KeyHash> m_infos;
+    ElementTable m_elements;
     std::vector<Frame> m_frames;
     std::size_t m_skipDepth = 0;
     std::string m_path;
@@ -110,30 +116,14 @@ private:
     bool m_collect = false;
     std::size_t m_textDepth = 0;
     std::string m_text;
-    std::vector<double> m_numbers;
 
     std::vector<ObjectFrame> m_objects;
     std::vector<std::pair<Geometry*, std::size_t>> m_geometries; // with frame index
-    Polygon* m_polygon = nullptr;
-    bool m_inRing = false;
-    bool m_ringExterior = false;
-    bool m_ringBad = false;
-    std::string_view m_ringId;
-    std::vector<TVec3d> m_ringVertices;
-    FeatureObject* m_envelopeOwner = nullptr;
-    int m_envelopeCorner = 0;
 
-    std::vector<GenericAttribute> m_generic;
-
-    std::vector<SurfaceData> m_surfaceData;
-    std::unordered_map<std::string, std::size_t> m_surfaceDataById;
-    std::vector<std::size_t> m_appearanceData;
-    std::vector<std::string_view> m_appearanceRefs;
-    std::string m_theme;
-    bool m_inAppearance = false;
-    long m_currentData = -1;
-    std::unique_ptr<PendingTarget> m_pending;
-    std::vector<ThemeLink> m_themeLinks;
+    PolygonCollector m_polygons;
+    EnvelopeCollector m_envelope;
+    GenericAttributeCollector m_generic;
+    AppearanceCollector m_appearance;
 
     IdTable<Polygon> m_polygonsById;
     IdTable<Geometry> m_geometriesById;

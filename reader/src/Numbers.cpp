@@ -86,7 +86,15 @@ bool Numbers::parseOne(std::string_view token, double& value) {
     return ec == std::errc() && p == token.data() + token.size();
 }
 
-bool Numbers::parseList(std::string_view text, std::vector<double>& out) {
+bool Numbers::outOfRange(std::string_view token) {
+    if (!token.empty() && token.front() == '+')
+        token.remove_prefix(1);
+    double v = 0;
+    auto [p, ec] = std::from_chars(token.data(), token.data() + token.size(), v);
+    return ec == std::errc::result_out_of_range && p == token.data() + token.size();
+}
+
+bool Numbers::parseList(std::string_view text, std::vector<double>& out, std::string_view* bad) {
     std::size_t i = 0;
     std::size_t const n = text.size();
     while (true) {
@@ -106,14 +114,17 @@ bool Numbers::parseList(std::string_view text, std::vector<double>& out) {
         std::size_t start = i;
         while (i < n && !isSpace(text[i]))
             ++i;
-        if (!parseOne(text.substr(start, i - start), v))
+        if (!parseOne(text.substr(start, i - start), v)) {
+            if (bad)
+                *bad = text.substr(start, i - start);
             return false;
+        }
         out.push_back(v);
     }
 }
 
 bool Numbers::parseCoordinates(std::string_view text, char cs, char ts, char decimal,
-                               std::vector<double>& out, int& dimension) {
+                               std::vector<double>& out, int& dimension, std::string_view* bad) {
     dimension = -1;
     std::string token;
     std::size_t i = 0;
@@ -135,8 +146,11 @@ bool Numbers::parseCoordinates(std::string_view text, char cs, char ts, char dec
                     if (c == decimal)
                         c = '.';
             double v = 0;
-            if (!parseOne(token, v))
+            if (!parseOne(token, v)) {
+                if (bad)
+                    *bad = text.substr(start, i - start);
                 return false;
+            }
             out.push_back(v);
             ++count;
             if (i < n && text[i] == cs) {

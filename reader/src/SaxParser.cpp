@@ -23,6 +23,7 @@ struct Context {
     std::vector<XmlAttribute> attributes;
     // An exception must not unwind through the C parser; it waits here until the chunk returns.
     std::exception_ptr error;
+    std::size_t depth = 0;
 };
 
 Context* contextOf(void* ctx) {
@@ -45,9 +46,31 @@ char const* cs(xmlChar const* s) {
     return reinterpret_cast<char const*>(s);
 }
 
+// The line where the start tag just read begins. The parser is still inside the tag, so the
+// text back to its '<' holds the tag's own line breaks; attribute values hold no raw '<'.
+int startTagLine(void* context) {
+    xmlParserInputPtr in = static_cast<xmlParserCtxtPtr>(context)->input;
+    if (!in || !in->cur || !in->base)
+        return 0;
+    int line = in->line;
+    for (xmlChar const* p = in->cur; p > in->base && *p != '<'; --p)
+        if (*p == '\n')
+            --line;
+    return line;
+}
+
+[[noreturn]] void refuse(int line, std::string const& reason) {
+    throw std::runtime_error("line " + std::to_string(line) + ": " + reason);
+}
+
 void onStart(void* ctx, xmlChar const* localName, xmlChar const* prefix, xmlChar const* uri, int,
              xmlChar const**, int nbAttributes, int, xmlChar const** attributes) {
     guarded(ctx, [&](Context& c) {
+        auto* ctxt = static_cast<xmlParserCtxtPtr>(ctx);
+        if (++c.depth > SaxParser::MaxDepth)
+            refuse(startTagLine(ctxt), "elements nest deeper than " +
+                                           std::to_string(SaxParser::MaxDepth) +
+                                           " levels, the most this reader accepts");
         c.attributes.resize(static_cast<std::size_t>(nbAttributes));
         for (int i = 0; i < nbAttributes; ++i) {
             xmlChar const** a = attributes + 5 * i;
@@ -55,12 +78,15 @@ void onStart(void* ctx, xmlChar const* localName, xmlChar const* prefix, xmlChar
                                                          cs(a[4])};
         }
         c.handler->startElement(cs(localName), cs(prefix), cs(uri), c.attributes.data(),
-                                nbAttributes);
+                                nbAttributes, StartLine{startTagLine, ctxt});
     });
 }
 
 void onEnd(void* ctx, xmlChar const*, xmlChar const*, xmlChar const*) {
-    guarded(ctx, [](Context& c) { c.handler->endElement(); });
+    guarded(ctx, [](Context& c) {
+        --c.depth;
+        c.handler->endElement();
+    });
 }
 
 void onCharacters(void* ctx, xmlChar const* text, int length) {
@@ -70,6 +96,17 @@ void onCharacters(void* ctx, xmlChar const* text, int length) {
 
 // References to user entities are dropped: their text never reaches the model.
 void onReference(void*, xmlChar const*) {}
+
+// A document that declares entities of its own is refused before any of them is used: expanding
+// them is how a small file asks for gigabytes, and CityGML has no use for them.
+void onEntityDecl(void* ctx, xmlChar const* name, int, xmlChar const*, xmlChar const*, xmlChar*) {
+    guarded(ctx, [&](Context&) {
+        auto* ctxt = static_cast<xmlParserCtxtPtr>(ctx);
+        refuse(ctxt->input ? ctxt->input->line : 0,
+               "the document declares its own entity '" + std::string(cs(name)) +
+                   "'; documents that declare entities are not read");
+    });
+}
 
 // Errors are read from the context after each chunk; nothing goes to stderr.
 void onError(void*, xmlErrorPtr) {}
@@ -135,6 +172,7 @@ void SaxParser::parse(std::istream& stream, SaxHandler& handler) {
     sax.cdataBlock = onCharacters;
     sax.ignorableWhitespace = nullptr;
     sax.reference = onReference;
+    sax.entityDecl = onEntityDecl;
     sax.serror = onError;
     sax.warning = nullptr;
     sax.error = nullptr;

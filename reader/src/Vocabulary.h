@@ -40,17 +40,6 @@ struct NamespaceInfo {
     char const* prefix = nullptr; // canonical prefix, null for unknown namespaces
 };
 
-// What the reader does with an element, decided once per distinct name.
-enum class ElementKind : unsigned char {
-    Other,
-    CityModel,
-    CityObject,
-    Geometry,
-    Polygon,
-    LinearRing,
-    Implicit,
-};
-
 // Tables mapping names to the reader's notions.
 class Vocabulary {
 public:

@@ -95,7 +95,8 @@ void CityGMLDecoder::decodeModel(citygml::CityModel const& model,
             convertAttributes(builder, *root, warnings);
             first = false;
         }
-        if (decodeCityObject(builder, *root, std::wstring(), warnings))
+        std::wstring path;
+        if (decodeCityObject(builder, *root, path, warnings))
             any = true;
     }
     if (any)
@@ -103,9 +104,10 @@ void CityGMLDecoder::decodeModel(citygml::CityModel const& model,
 }
 
 bool CityGMLDecoder::decodeCityObject(koltx::GeometryBuilder& builder,
-                                      citygml::CityObject const& object,
-                                      std::wstring const& parentPath, std::wstring& warnings) {
-    std::wstring const path = parentPath + normalizedPath(object, object.getId());
+                                      citygml::CityObject const& object, std::wstring& path,
+                                      std::wstring& warnings) {
+    std::size_t const parentLength = path.size();
+    path += normalizedPath(object, object.getId());
     bool added = false;
     // Children first: a feature's meshes follow those of its child features.
     for (unsigned int i = 0; i < object.getChildCityObjectsCount(); ++i) {
@@ -116,17 +118,19 @@ bool CityGMLDecoder::decodeCityObject(koltx::GeometryBuilder& builder,
         if (decodeGeometry(builder, object.getGeometry(i), path, warnings))
             added = true;
     }
+    path.resize(parentLength);
     return added;
 }
 
 bool CityGMLDecoder::decodeGeometry(koltx::GeometryBuilder& builder,
-                                    citygml::Geometry const& geometry,
-                                    std::wstring const& parentPath, std::wstring& warnings) {
+                                    citygml::Geometry const& geometry, std::wstring& path,
+                                    std::wstring& warnings) {
     koltx::MeshBuilder meshBuilder;
     DecodedMaterials::MaterialIndices materialIndices;
-    std::wstring const path =
-        geometryMeshPath(parentPath, toWide(geometry.getNodeStackPath(geometry.getId(), nullptr)),
-                         geometry.getLOD());
+    std::size_t const parentLength = path.size();
+    path += geometryMeshPath(std::wstring(),
+                             toWide(geometry.getNodeStackPath(geometry.getId(), nullptr)),
+                             geometry.getLOD());
     meshBuilder.setName(path);
 
     bool added = false;
@@ -162,6 +166,7 @@ bool CityGMLDecoder::decodeGeometry(koltx::GeometryBuilder& builder,
         if (decodeGeometry(builder, geometry.getGeometry(i), path, warnings))
             added = true;
     }
+    path.resize(parentLength);
     return added;
 }
 

@@ -46,10 +46,12 @@ protected:
 private:
     void decodeModel(citygml::CityModel const& model,
                      std::vector<std::shared_ptr<koltx::Content>>& results, std::wstring& warnings);
+    // `path` holds the parent's mesh path on entry and on return; one buffer serves the whole
+    // walk, so deep nesting costs memory linear in its depth.
     bool decodeCityObject(koltx::GeometryBuilder& builder, citygml::CityObject const& object,
-                          std::wstring const& parentPath, std::wstring& warnings);
+                          std::wstring& path, std::wstring& warnings);
     bool decodeGeometry(koltx::GeometryBuilder& builder, citygml::Geometry const& geometry,
-                        std::wstring const& parentPath, std::wstring& warnings);
+                        std::wstring& path, std::wstring& warnings);
     void addPolygon(koltx::MeshBuilder& meshBuilder,
                     DecodedMaterials::MaterialIndices& materialIndices,
                     std::shared_ptr<citygml::Polygon const> const& polygon, std::wstring& warnings);

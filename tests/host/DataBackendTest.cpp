@@ -5,7 +5,9 @@
 #include "koltx/URIUtils.h"
 
 #include <gtest/gtest.h>
+
 #include <png.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -168,14 +170,46 @@ TEST_F(DataBackendTest, MissingOrCorruptFilesGiveNullAndOneWarningLine) {
     std::ofstream(folder / "truncated.jpg", std::ios::binary) << "\xFF\xD8\xFF\xE0";
     std::ofstream(folder / "text.png") << "hello";
     std::ofstream(folder / "empty.png");
-    for (std::string const name :
-         {"missing.png", "corrupt.png", "truncated.jpg", "text.png", "empty.png"}) {
+    // Nothing that is not a regular file is read, and nothing can block or stream forever.
+    ASSERT_EQ(mkfifo((folder / "fifo.png").c_str(), 0600), 0);
+    fs::create_symlink("/dev/zero", folder / "zero.png");
+    fs::create_directory(folder / "dir.png");
+    // Headers that claim huge images are refused before any pixel is allocated.
+    std::FILE* file = std::fopen((folder / "huge.png").c_str(), "wb");
+    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+    png_infop info = png_create_info_struct(png);
+    png_init_io(png, file);
+    png_set_IHDR(png, info, 100000, 100000, 8, PNG_COLOR_TYPE_RGBA, PNG_INTERLACE_NONE,
+                 PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    png_write_info(png, info);
+    png_write_chunk(png, reinterpret_cast<png_const_bytep>("IDAT"),
+                    reinterpret_cast<png_const_bytep>("\x78\x9c"), 2);
+    png_destroy_write_struct(&png, &info);
+    std::fclose(file);
+    writeJPEG(folder / "huge.jpg", 8, 8, 1, std::vector<uint8_t>(64, 90));
+    std::fstream jpeg(folder / "huge.jpg", std::ios::in | std::ios::out | std::ios::binary);
+    std::string bytes((std::istreambuf_iterator<char>(jpeg)), std::istreambuf_iterator<char>());
+    jpeg.seekp(static_cast<std::streamoff>(bytes.find("\xFF\xC0") + 5));
+    jpeg.write("\xEA\x60\xEA\x60", 4); // 60000 x 60000
+    jpeg.close();
+    for (auto const& [name, reason] : std::vector<std::pair<std::string, std::wstring>>{
+             {"missing.png", L"No such file"},
+             {"corrupt.png", L"damaged PNG"},
+             {"truncated.jpg", L"damaged JPEG"},
+             {"text.png", L"not a PNG"},
+             {"empty.png", L"empty"},
+             {"fifo.png", L"not a regular file"},
+             {"zero.png", L"not a regular file"},
+             {"dir.png", L"not a regular file"},
+             {"huge.png", L"PNG of unsupported size 100000x100000"},
+             {"huge.jpg", L"JPEG of unsupported size 60000x60000"}}) {
         std::wstring warnings = L"earlier\n";
         EXPECT_EQ(DataBackend::resolveTexture(cache.get(), key(name), nullptr, &warnings), nullptr)
             << name;
         EXPECT_EQ(std::count(warnings.begin(), warnings.end(), L'\n'), 2) << name;
         EXPECT_EQ(warnings.rfind(L"earlier\n", 0), 0u);
         EXPECT_NE(warnings.find(key(name)), std::wstring::npos) << name;
+        EXPECT_NE(warnings.find(reason), std::wstring::npos) << name;
         // Null warnings are allowed too.
         EXPECT_EQ(DataBackend::resolveTexture(cache.get(), key(name), nullptr, nullptr), nullptr);
     }

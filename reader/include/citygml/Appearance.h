@@ -7,6 +7,10 @@
 
 namespace citygml {
 
+namespace detail {
+class Access; // the reader, which fills these fields while it reads a document
+}
+
 // Surface data of an app:Appearance: a material or a texture, in one or more themes.
 class Appearance : private OwnedId, public Object {
 public:
@@ -19,7 +23,7 @@ public:
     bool isFront() const { return m_isFront; }
 
 protected:
-    friend class ModelBuilder;
+    friend class detail::Access;
     std::string m_type;
     std::vector<std::string> m_themes;
     bool m_isFront = true;

@@ -12,6 +12,10 @@
 
 namespace citygml {
 
+namespace detail {
+class Access; // the reader, which fills these fields while it reads a document
+}
+
 class ObjectArena;
 
 // Something an appearance can be applied to: a polygon (or a geometry, whose polygons then
@@ -34,7 +38,7 @@ public:
     std::shared_ptr<Texture const> getTextureFor(std::string_view theme, bool front = true) const;
 
 protected:
-    friend class ModelBuilder;
+    friend class detail::Access;
     // The model's storage, which holds this target and everything assigned to it.
     ObjectArena* m_arena;
 

@@ -10,6 +10,10 @@
 
 namespace citygml {
 
+namespace detail {
+class Access; // the reader, which fills these fields while it reads a document
+}
+
 class ObjectArena;
 class PathIndex;
 
@@ -32,7 +36,7 @@ public:
     int getCityGMLVersion() const { return m_version; }
 
 private:
-    friend class ModelBuilder;
+    friend class detail::Access;
     // Declared first, so that it goes last: everything below may point into it.
     std::shared_ptr<ObjectArena> m_arena;
     std::unique_ptr<PathIndex> m_index;

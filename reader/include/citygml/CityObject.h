@@ -11,6 +11,10 @@
 
 namespace citygml {
 
+namespace detail {
+class Access; // the reader, which fills these fields while it reads a document
+}
+
 // A city object (feature) of any thematic module and CityGML version.
 class CityObject : public FeatureObject, public HierarchyTracker {
 public:
@@ -65,7 +69,7 @@ protected:
     std::string_view trackedId() const override { return getId(); }
 
 private:
-    friend class ModelBuilder;
+    friend class detail::Access;
     CityObjectsType m_type;
     std::string const* m_tag; // points into a static table
     ObjectList<CityObject*> m_children;

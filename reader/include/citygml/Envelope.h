@@ -6,6 +6,10 @@
 
 namespace citygml {
 
+namespace detail {
+class Access; // the reader, which fills these fields while it reads a document
+}
+
 // gml:boundedBy/gml:Envelope of a feature or the model.
 class Envelope {
 public:
@@ -23,7 +27,7 @@ public:
     bool validBounds() const;
 
 private:
-    friend class ModelBuilder;
+    friend class detail::Access;
     TVec3d m_lower;
     TVec3d m_upper;
     std::string_view m_srsName;

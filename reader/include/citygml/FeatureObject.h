@@ -5,6 +5,10 @@
 
 namespace citygml {
 
+namespace detail {
+class Access; // the reader, which fills these fields while it reads a document
+}
+
 class FeatureObject : public Object {
 public:
     explicit FeatureObject(std::string_view id);
@@ -13,7 +17,7 @@ public:
     Envelope const& getEnvelope() const;
 
 protected:
-    friend class ModelBuilder;
+    friend class detail::Access;
     // Made in the model's storage when the document says something about it.
     Envelope* m_envelope = nullptr;
 };

@@ -11,6 +11,10 @@
 
 namespace citygml {
 
+namespace detail {
+class Access; // the reader, which fills these fields while it reads a document
+}
+
 // A GML geometry aggregate (gml:Solid, gml:MultiSurface, ...). Geometries written inside it are
 // its child geometries; polygons shared through xlink:href appear in every referring geometry.
 class ObjectArena;
@@ -58,7 +62,7 @@ protected:
     std::string_view trackedId() const override { return getId(); }
 
 private:
-    friend class ModelBuilder;
+    friend class detail::Access;
     GeometryType m_type;
     unsigned int m_lod;
     std::string const* m_tag; // points into a static table

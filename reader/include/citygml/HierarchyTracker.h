@@ -6,6 +6,10 @@
 
 namespace citygml {
 
+namespace detail {
+class Access; // the reader, which fills these fields while it reads a document
+}
+
 class CityGMLLogger;
 class PathIndex;
 
@@ -24,7 +28,7 @@ public:
     std::string_view getOwnNodeStackPath() const { return m_path; }
 
 protected:
-    friend class ModelBuilder;
+    friend class detail::Access;
     std::string_view m_path;
     // The model's index, which answers for ids other than this element's.
     PathIndex const* m_index = nullptr;

@@ -5,6 +5,10 @@
 
 namespace citygml {
 
+namespace detail {
+class Access; // the reader, which fills these fields while it reads a document
+}
+
 // app:X3DMaterial with the X3D defaults for values the document leaves out.
 class Material : public Appearance {
 public:
@@ -19,7 +23,7 @@ public:
     bool isSmooth() const { return m_isSmooth; }
 
 private:
-    friend class ModelBuilder;
+    friend class detail::Access;
     TVec3f m_diffuse{0.8f, 0.8f, 0.8f};
     TVec3f m_emissive{0.f, 0.f, 0.f};
     TVec3f m_specular{1.f, 1.f, 1.f};

@@ -7,7 +7,9 @@
 
 namespace citygml {
 
-class ModelBuilder;
+namespace detail {
+class Access; // the reader, which fills these fields while it reads a document
+}
 
 // Anything with an identifier and attributes. Objects without gml:id carry a generated id that
 // starts with "__kolt_" plus a character no XML name can hold, so it never collides.
@@ -25,7 +27,7 @@ public:
     bool hasGeneratedId() const;
 
 protected:
-    friend class ModelBuilder;
+    friend class detail::Access;
     // The text of `id` must outlive the object: it lives in the model's storage, or in the
     // object itself (see OwnedId).
     explicit Object(std::string_view id) : m_id(id) {}

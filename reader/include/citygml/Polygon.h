@@ -9,6 +9,10 @@
 
 namespace citygml {
 
+namespace detail {
+class Access; // the reader, which fills these fields while it reads a document
+}
+
 class ObjectArena;
 
 // gml:Polygon, gml:Triangle, gml:Rectangle or gml:PolygonPatch. Always has an exterior ring.
@@ -29,7 +33,7 @@ public:
     std::vector<unsigned int> const& getIndices() const { return m_indices; }
 
 private:
-    friend class ModelBuilder;
+    friend class detail::Access;
     LinearRing* m_exterior = nullptr;
     ObjectList<LinearRing*> m_interior;
     std::vector<unsigned int> m_indices;

@@ -4,6 +4,10 @@
 
 namespace citygml {
 
+namespace detail {
+class Access; // the reader, which fills these fields while it reads a document
+}
+
 // app:ParameterizedTexture or app:GeoreferencedTexture.
 class Texture : public Appearance {
 public:
@@ -16,7 +20,7 @@ public:
     std::string const& getWrapMode() const { return m_wrapMode; }
 
 private:
-    friend class ModelBuilder;
+    friend class detail::Access;
     std::string m_url;
     std::string m_mimeType;
     std::string m_wrapMode;

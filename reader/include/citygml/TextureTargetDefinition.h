@@ -10,6 +10,10 @@
 
 namespace citygml {
 
+namespace detail {
+class Access; // the reader, which fills these fields while it reads a document
+}
+
 class TextureTargetDefinition : public AppearanceTargetDefinition<Texture> {
 public:
     using AppearanceTargetDefinition<Texture>::AppearanceTargetDefinition;
@@ -22,7 +26,7 @@ public:
     std::shared_ptr<TextureCoordinates> getTextureCoordinates(unsigned int i) const;
 
 private:
-    friend class ModelBuilder;
+    friend class detail::Access;
     ObjectList<TextureCoordinates*> m_coords;
 };
 

@@ -1,0 +1,51 @@
+#pragma once
+
+namespace citygml {
+
+// What the reader does with an element, decided once per distinct name.
+enum class ElementSym : unsigned char {
+    None,
+    SimpleProperty,
+    Implicit,
+    CityModel,
+    CityObject,
+    Geometry,
+    Polygon,
+    LinearRing,
+    Exterior,
+    Interior,
+    Pos,
+    PosList,
+    Coordinates,
+    BoundedBy,
+    Envelope,
+    LowerCorner,
+    UpperCorner,
+    GenericAttribute,
+    GenericSet,
+    GenericName,
+    GenericValue,
+    DemLod,
+    Appearance,
+    Theme,
+    SurfaceDataMember,
+    X3DMaterial,
+    ParameterizedTexture,
+    GeoreferencedTexture,
+    ImageUri,
+    MimeType,
+    WrapMode,
+    IsFront,
+    Target,
+    TextureCoordinates,
+    TextureAssociation,
+    DiffuseColor,
+    EmissiveColor,
+    SpecularColor,
+    AmbientIntensity,
+    Shininess,
+    Transparency,
+    IsSmooth,
+};
+
+} // namespace citygml

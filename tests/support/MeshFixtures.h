@@ -21,6 +21,12 @@ std::shared_ptr<koltx::Mesh> squareWithHole(
     std::wstring const& name,
     std::shared_ptr<koltx::Material> const& material = std::shared_ptr<koltx::Material>());
 
+// One mesh of faces over a shared vertex list; face f takes the UV pairs faceUvs[f] in set 0.
+std::shared_ptr<koltx::Mesh> meshOf(std::vector<std::vector<double>> const& vertices,
+                                    std::vector<std::vector<std::uint32_t>> const& faces,
+                                    std::vector<std::vector<double>> const& faceUvs = {},
+                                    std::wstring const& name = L"");
+
 std::shared_ptr<koltx::Geometry>
 geometryOf(std::vector<std::shared_ptr<koltx::Mesh>> const& meshes);
 

@@ -48,6 +48,26 @@ std::shared_ptr<koltx::Mesh> squareWithHole(std::wstring const& name,
     return builder.createSharedAndReset(nullptr);
 }
 
+std::shared_ptr<koltx::Mesh> meshOf(std::vector<std::vector<double>> const& vertices,
+                                    std::vector<std::vector<std::uint32_t>> const& faces,
+                                    std::vector<std::vector<double>> const& faceUvs,
+                                    std::wstring const& name) {
+    koltx::MeshBuilder builder;
+    builder.setName(name);
+    for (auto const& vertex : vertices)
+        builder.addVertexCoords(vertex.data());
+    for (std::size_t f = 0; f < faces.size(); ++f) {
+        std::uint32_t const face = builder.addFace();
+        for (std::uint32_t index : faces[f])
+            builder.addFaceVertexIndex(face, index);
+        for (std::size_t i = 0; f < faceUvs.size() && i + 1 < faceUvs[f].size(); i += 2) {
+            double const uv[2] = {faceUvs[f][i], faceUvs[f][i + 1]};
+            builder.addFaceUVIndex(face, 0, builder.addUVCoords(0, uv));
+        }
+    }
+    return builder.createSharedAndReset(nullptr);
+}
+
 std::shared_ptr<koltx::Geometry>
 geometryOf(std::vector<std::shared_ptr<koltx::Mesh>> const& meshes) {
     koltx::GeometryBuilder builder;

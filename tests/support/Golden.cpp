@@ -18,8 +18,9 @@ std::filesystem::path goldenFile(std::string const& name) {
     return sourceDir() / "tests" / "golden" / name;
 }
 
-::testing::AssertionResult matchesGolden(std::string const& name, std::string const& actual) {
-    std::string const masked = maskIdentifiers(actual);
+::testing::AssertionResult matchesGolden(std::string const& name, std::string const& actual,
+                                         bool mask) {
+    std::string const masked = mask ? maskIdentifiers(actual) : actual;
     auto const file = goldenFile(name);
     char const* update = std::getenv("KOLT_UPDATE_GOLDEN");
     if (update != nullptr && std::string(update) == "1") {

@@ -17,8 +17,10 @@ std::string maskIdentifiers(std::string const& text);
 // tests/golden/<name>
 std::filesystem::path goldenFile(std::string const& name);
 
-// Compares `actual`, identifiers masked, with the golden file `name`. With KOLT_UPDATE_GOLDEN=1
-// in the environment the golden file is rewritten instead and the check passes.
-::testing::AssertionResult matchesGolden(std::string const& name, std::string const& actual);
+// Compares `actual`, identifiers masked unless `mask` is false, with the golden file `name`. With
+// KOLT_UPDATE_GOLDEN=1 in the environment the golden file is rewritten instead and the check
+// passes.
+::testing::AssertionResult matchesGolden(std::string const& name, std::string const& actual,
+                                         bool mask = true);
 
 } // namespace testsupport

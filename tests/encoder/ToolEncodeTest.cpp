@@ -28,7 +28,6 @@
 
 #include <Files.h>
 #include <Golden.h>
-#include <Process.h>
 #include <ScratchDir.h>
 #include <TestData.h>
 #include <gtest/gtest.h>
@@ -362,32 +361,4 @@ TEST_F(ToolEncode, FailuresLeaveNothingBehind) {
         1, convert((dir / "in" / "tex.obj").string(), (dir / "out" / "x.gml").string(), options));
     EXPECT_EQ((std::vector<std::string>{"blocked.gml"}), filesIn(dir / "out"));
     EXPECT_TRUE(fs::is_directory(dir / "out" / "blocked.gml"));
-}
-
-#ifdef GMLCODEC_EXE
-TEST_F(ToolEncode, ExitCodesOfTheTool) {
-    writeFile(dir / "in" / "t.obj", "v 0 0 0\nv 1 0 0\nv 1 1 0\nf 1 2 3\n");
-    auto status = [&](std::string const& arguments) {
-        return testsupport::runCommand(std::string(GMLCODEC_EXE) + " " + arguments).status;
-    };
-    std::string const obj = (dir / "in" / "t.obj").string();
-    EXPECT_EQ(0, status("convert " + obj + " " + (dir / "out" / "t.gml").string()));
-    EXPECT_TRUE(fs::is_regular_file(dir / "out" / "t.gml"));
-    EXPECT_EQ(2, status("convert " + obj + " " + (dir / "out" / "u.gml").string() + " --bogus"));
-    EXPECT_EQ(2, status("convert " + obj + " " + (dir / "out" / "u.gml").string() + " --lod x"));
-    EXPECT_EQ(1, status("convert " + (dir / "in" / "none.obj").string() + " " +
-                        (dir / "out" / "u.gml").string()));
-    EXPECT_FALSE(fs::exists(dir / "out" / "u.gml"));
-}
-#endif
-
-TEST(CodecRegistration, TheEncoderFollowsTheDecoderInTheHostsManager) {
-    auto const& factories = host().codecFactories();
-    ASSERT_EQ(2u, factories.size());
-    EXPECT_EQ(L"com.morvane.kolt.codecs.CityGMLDecoder", factories[0]->getID());
-    EXPECT_EQ(L"com.morvane.kolt.codecs.CityGMLEncoder", factories[1]->getID());
-    auto* encoders = host().manager().getEncoderFactory(L"com.morvane.kolt.codecs.CityGMLEncoder");
-    ASSERT_NE(nullptr, encoders);
-    EXPECT_EQ(L"CityGML", encoders->getName());
-    EXPECT_EQ(6516u, std::string(encoders->getEncoderInfo()->getIcon()).size());
 }

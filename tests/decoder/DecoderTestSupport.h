@@ -10,6 +10,7 @@
 #include <koltx/Texture.h>
 #include <koltx/URI.h>
 
+#include <Describe.h>
 #include <TestData.h>
 #include <gtest/gtest.h>
 
@@ -84,29 +85,7 @@ inline std::string summarize(Decoded const& d) {
     if (!g)
         return out.str();
     out << "uri " << text(g->getURI()->getPath()) << "\n";
-    kolt::AttributeMap const& attributes = *g->getAttributeMap();
-    std::size_t count = 0;
-    wchar_t const* const* keys = attributes.getKeys(&count);
-    for (std::size_t i = 0; i < count; ++i) {
-        out << "attribute " << text(keys[i]) << " = ";
-        switch (attributes.getType(keys[i])) {
-        case kolt::PT_STRING:
-            out << '"' << text(attributes.getString(keys[i])) << '"';
-            break;
-        case kolt::PT_FLOAT:
-            out << attributes.getFloat(keys[i]) << " (float)";
-            break;
-        case kolt::PT_INT:
-            out << attributes.getInt(keys[i]) << " (int)";
-            break;
-        case kolt::PT_BOOL:
-            out << attributes.getBool(keys[i]) << " (bool)";
-            break;
-        default:
-            out << "type " << attributes.getType(keys[i]);
-        }
-        out << "\n";
-    }
+    out << testsupport::describeAttributes(*g->getAttributeMap());
     for (auto const& mesh : g->getMeshes()) {
         out << "mesh " << text(mesh->getName()) << "\n  vertices";
         list(mesh->getVertexCoords());

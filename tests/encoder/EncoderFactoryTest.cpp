@@ -4,6 +4,7 @@
 
 #include <kolt/EncoderInfo.h>
 
+#include <Describe.h>
 #include <Golden.h>
 #include <gtest/gtest.h>
 #include <png.h>
@@ -41,57 +42,13 @@ std::vector<unsigned char> decodeBase64(std::string const& text) {
 
 TEST(EncoderFactory, DescribesTheEncoderItsDefaultsAndAnnotations) {
     auto& factory = enctest::factory();
-    auto const narrow = [](wchar_t const* text) {
-        return text == nullptr ? std::string("(none)") : kolt::StringUtils::toUTF8(text);
-    };
     kolt::EncoderInfo const* info = factory.getEncoderInfo();
-    std::ostringstream out;
-    out << narrow(factory.getID().c_str()) << " \"" << narrow(factory.getName().c_str())
-        << "\": " << narrow(factory.getDescription().c_str()) << "\ncontent "
-        << factory.getContentType() << ", extension " << factory.getExtensionType() << ", type "
-        << info->getType() << ", files " << narrow(info->getExtensions()) << "\n";
-    kolt::AttributeMap const* defaults = info->getDefaultOptions();
-    size_t count = 0;
-    wchar_t const* const* keys = defaults->getKeys(&count);
-    for (size_t i = 0; i < count; ++i) {
-        out << "default " << narrow(keys[i]) << " = ";
-        switch (defaults->getType(keys[i])) {
-        case kolt::PT_STRING:
-            out << '"' << narrow(defaults->getString(keys[i])) << '"';
-            break;
-        case kolt::PT_FLOAT:
-            out << defaults->getFloat(keys[i]);
-            break;
-        case kolt::PT_BOOL:
-            out << (defaults->getBool(keys[i]) ? "true" : "false");
-            break;
-        case kolt::PT_INT:
-            out << defaults->getInt(keys[i]) << " (int)";
-            break;
-        case kolt::PT_FLOAT_ARRAY: {
-            size_t n = 0;
-            double const* values = defaults->getFloatArray(keys[i], &n);
-            for (size_t k = 0; k < n; ++k)
-                out << (k ? " " : "") << values[k];
-            break;
-        }
-        default:
-            out << "type " << defaults->getType(keys[i]);
-        }
-        out << "\n";
-    }
-    for (size_t i = 0; i < info->getAnnotationCount(); ++i) {
-        auto const* a = info->getAnnotation(i);
-        EXPECT_EQ(a, info->findAnnotation(a->key));
-        out << "annotation " << narrow(a->key) << ": label " << narrow(a->label) << "; group "
-            << narrow(a->group) << " " << a->groupOrder << "; order "
-            << (a->hasOrder ? std::to_string(a->order) : "none") << "; "
-            << (a->hidden ? "hidden" : "shown") << "; range "
-            << (a->hasRange ? std::to_string(a->rangeMin) + " to " + std::to_string(a->rangeMax)
-                            : "none")
-            << "\n  " << narrow(a->description) << "\n";
-    }
-    EXPECT_TRUE(testsupport::matchesGolden("encoder/encoder_info.txt", out.str()));
+    std::string const text =
+        kolt::StringUtils::toUTF8(factory.getName() + L": " + factory.getDescription()) + "\n" +
+        testsupport::describeEncoderInfo(*info);
+    EXPECT_TRUE(testsupport::matchesGolden("encoder/encoder_info.txt", text));
+    EXPECT_EQ(kolt::CT_GEOMETRY, factory.getContentType());
+    EXPECT_EQ(koltx::Extension::ET_ENCODER, factory.getExtensionType());
     EXPECT_EQ(nullptr, info->findAnnotation(L"globalOffset"));
     EXPECT_TRUE(factory.canHandleURI(L"/tmp/city.gml"));
     std::unique_ptr<koltx::Encoder> encoder(factory.create(nullptr, nullptr));

@@ -6,7 +6,7 @@ packages=(
     build-essential cmake pkg-config clang clang-format
     libgtest-dev libgmock-dev googletest libbenchmark-dev
     libpng-dev libjpeg62-turbo-dev libxml2-dev libxml2-utils libboost-dev libglu1-mesa-dev
-    libtinyobjloader-dev libcitygml-dev libfuzzer-14-dev libclang-rt-14-dev
+    libtinyobjloader-dev libcitygml-dev libfuzzer-14-dev libclang-rt-14-dev lcov
 )
 
 missing=()

@@ -31,7 +31,8 @@ count() {
 
 if [ "${1:-}" = "--files" ]; then
     shift
-    count "${@:-tests fuzz}" | sort -k2
+    [ $# -eq 0 ] && set -- tests fuzz
+    count "$@" | sort -k2
     exit 0
 fi
 

@@ -105,8 +105,8 @@ protected:
         geometry(step(wall, lodPrefix + L"lod2MultiSurface"), L"gml:MultiSurface", wallMesh,
                  texture.get());
         auto roof = step(step(building, boundary), surfacePrefix + L"RoofSurface");
-        auto roofMulti = std::make_shared<GeometryNode>(nextId(), true,
-                                                        L"gml:MultiSurface", roofMesh);
+        auto roofMulti =
+            std::make_shared<GeometryNode>(nextId(), true, L"gml:MultiSurface", roofMesh);
         step(roof, lodPrefix + L"lod2MultiSurface")->addChild(roofMulti);
         geometry(roofMulti, L"gml:OrientableSurface", roofMesh, colour.get());
 
@@ -131,8 +131,8 @@ protected:
         } else {
             // CityGML 3.0 has multi-surfaces only here; the surface stands as one member.
             patchParent = step(generic, L"core:lod2MultiSurface");
-            auto multi = std::make_shared<GeometryNode>(nextId(), true,
-                                                        L"gml:MultiSurface", patches);
+            auto multi =
+                std::make_shared<GeometryNode>(nextId(), true, L"gml:MultiSurface", patches);
             patchParent->addChild(multi);
             patchParent = multi;
         }

@@ -1,7 +1,7 @@
 // One generation through the encoder: one shape holding a whole city of N buildings, each a mesh
 // with its own mesh path, written into memory. Time per building should stay flat as N grows;
 // finding a mesh's top-level node by a scan would make it grow with N.
-#include "EncoderRun.h"
+#include "EncoderTestSupport.h"
 
 #include <benchmark/benchmark.h>
 

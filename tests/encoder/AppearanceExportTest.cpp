@@ -1,4 +1,4 @@
-#include "EncoderRun.h"
+#include "EncoderTestSupport.h"
 
 #include <encoder/AppearanceExport.h>
 

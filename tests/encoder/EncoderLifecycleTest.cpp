@@ -1,4 +1,4 @@
-#include "EncoderRun.h"
+#include "EncoderTestSupport.h"
 
 #include <gml/RootNode.h>
 
@@ -6,6 +6,7 @@
 #include <koltx/MemoryLogSink.h>
 #include <koltx/StatusException.h>
 
+#include <Golden.h>
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -54,47 +55,12 @@ TEST(EncoderLifecycle, EmptyGenerationGivesTheSmallestDocument) {
     koltx::MemoryOutputCallbacks outputs;
     std::string const text = encodeToText({}, nullptr, &outputs);
     EXPECT_EQ((std::vector<std::wstring>{L"gml_default_name.gml"}), outputs.getNames());
-    EXPECT_EQ("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
-              "<core:CityModel xmlns=\"http://www.opengis.net/citygml/3.0\" "
-              "xmlns:gml=\"http://www.opengis.net/gml/3.2\" "
-              "xmlns:xal=\"urn:oasis:names:tc:ciq:xal:3\" "
-              "xmlns:xlink=\"http://www.w3.org/1999/xlink\" "
-              "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\">\n"
-              "</core:CityModel>\n",
-              text);
+    EXPECT_TRUE(testsupport::matchesGolden("encoder/empty.gml", text));
 }
 
 TEST(EncoderLifecycle, OneBuildingDocument) {
     std::string const text = encodeToText({oneSquareShape(buildingPath)});
-    EXPECT_EQ(R"(<?xml version="1.0" encoding="UTF-8" standalone="yes"?>
-<core:CityModel xmlns="http://www.opengis.net/citygml/2.0" xmlns:bldg="http://www.opengis.net/citygml/building/2.0" xmlns:core="http://www.opengis.net/citygml/2.0" xmlns:gml="http://www.opengis.net/gml" xmlns:schemaLocation="http://www.opengis.net/citygml/building/2.0 http://schemas.opengis.net/citygml/building/2.0/building.xsd http://www.opengis.net/citygml/2.0 https://schemas.opengis.net/citygml/2.0/core.xsd" xmlns:xal="urn:oasis:names:tc:ciq:xal:3" xmlns:xlink="http://www.w3.org/1999/xlink" xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance">
- <core:cityObjectMember>
-  <bldg:Building>
-  <gml:boundedBy>
-   <gml:Envelope srsDimension="3">
-    <gml:lowerCorner>1.000 -4.000 2.000 </gml:lowerCorner>
-    <gml:upperCorner>2.000 -3.000 2.000 </gml:upperCorner>
-   </gml:Envelope>
-  </gml:boundedBy>
-   <bldg:lod2MultiSurface>
-    <gml:MultiSurface gml:id="ms1">
-     <gml:surfaceMember>
-      <gml:Polygon gml:id="ID_poly0">
-       <gml:exterior>
-        <gml:LinearRing gml:id="ID_poly0.ID">
-        <gml:posList srsDimension="3">
-        1.000 -3.000 2.000 2.000 -3.000 2.000 2.000 -4.000 2.000 1.000 -4.000 2.000 1.000 -3.000 2.000 </gml:posList>
-        </gml:LinearRing>
-       </gml:exterior>
-      </gml:Polygon>
-     </gml:surfaceMember>
-    </gml:MultiSurface>
-   </bldg:lod2MultiSurface>
-  </bldg:Building>
- </core:cityObjectMember>
-</core:CityModel>
-)",
-              enctest::maskIdentifiers(text));
+    EXPECT_TRUE(testsupport::matchesGolden("encoder/one_building.gml", text));
 }
 
 TEST(EncoderLifecycle, PathlessMeshDocumentWithSrsAndPrecision) {
@@ -103,39 +69,7 @@ TEST(EncoderLifecycle, PathlessMeshDocumentWithSrsAndPrecision) {
         b.setFloat(L"vertexPrecision", 0.00001);
         b.setString(L"baseName", L"a");
     });
-    EXPECT_EQ(R"(<?xml version="1.0" encoding="UTF-8" standalone="yes"?>
-<core:CityModel xmlns="http://www.opengis.net/citygml/3.0" xmlns:con="http://www.opengis.net/citygml/construction/3.0" xmlns:core="http://www.opengis.net/citygml/3.0" xmlns:gen="http://www.opengis.net/citygml/generics/3.0" xmlns:gml="http://www.opengis.net/gml/3.2" xmlns:schemaLocation="http://www.opengis.net/citygml/construction/3.0 http://schemas.opengis.net/citygml/construction/3.0/construction.xsd http://www.opengis.net/citygml/3.0 https://schemas.opengis.net/citygml/3.0/core.xsd http://www.opengis.net/citygml/generics/3.0 http://schemas.opengis.net/citygml/generics/3.0/generics.xsd" xmlns:xal="urn:oasis:names:tc:ciq:xal:3" xmlns:xlink="http://www.w3.org/1999/xlink" xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance">
- <core:cityObjectMember>
-  <con:OtherConstruction>
-  <gml:boundedBy>
-   <gml:Envelope srsName="EPSG:25832" srsDimension="3">
-    <gml:lowerCorner>1.00000 -4.00000 2.00000 </gml:lowerCorner>
-    <gml:upperCorner>2.00000 -3.00000 2.00000 </gml:upperCorner>
-   </gml:Envelope>
-  </gml:boundedBy>
-   <core:boundary>
-    <gen:GenericThematicSurface>
-     <core:lod0MultiSurface>
-      <gml:MultiSurface>
-       <gml:surfaceMember>
-        <gml:Polygon gml:id="ID_poly0">
-         <gml:exterior>
-          <gml:LinearRing gml:id="ID_poly0.ID">
-          <gml:posList srsDimension="3">
-          1.00000 -3.00000 2.00000 2.00000 -3.00000 2.00000 2.00000 -4.00000 2.00000 1.00000 -4.00000 2.00000 1.00000 -3.00000 2.00000 </gml:posList>
-          </gml:LinearRing>
-         </gml:exterior>
-        </gml:Polygon>
-       </gml:surfaceMember>
-      </gml:MultiSurface>
-     </core:lod0MultiSurface>
-    </gen:GenericThematicSurface>
-   </core:boundary>
-  </con:OtherConstruction>
- </core:cityObjectMember>
-</core:CityModel>
-)",
-              enctest::maskIdentifiers(text));
+    EXPECT_TRUE(testsupport::matchesGolden("encoder/pathless_srs_precision.gml", text));
 }
 
 TEST(EncoderLifecycle, OutputNameAndDigitsFollowTheOptions) {

@@ -1,7 +1,17 @@
 #pragma once
 
+#include <encoder/CityGMLEncoder.h>
+#include <encoder/CityGMLEncoderFactory.h>
+#include <gml/BuildingTypeNode.h>
+#include <gml/GeometryNode.h>
+#include <gml/PolygonNode.h>
+#include <gml/TransportationTypeNode.h>
+
 #include <kolt/AttributeMap.h>
 #include <kolt/AttributeMapBuilder.h>
+#include <kolt/EncoderInfo.h>
+#include <kolt/StringUtils.h>
+#include <koltx/Encoder.h>
 #include <koltx/GenerateContext.h>
 #include <koltx/Geometry.h>
 #include <koltx/GeometryBuilder.h>
@@ -18,7 +28,7 @@
 #include <array>
 #include <functional>
 #include <memory>
-#include <regex>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -113,11 +123,70 @@ inline std::shared_ptr<koltx::Material> defaultMaterial() {
     return builder.createSharedAndReset(nullptr);
 }
 
-// Identifiers are random by design; tests compare documents with every identifier replaced.
-inline std::string maskIdentifiers(std::string const& text) {
-    static std::regex const uuid(
-        "[a-f][0-9a-f]{7}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}");
-    return std::regex_replace(text, uuid, "ID");
+inline CityGMLEncoderFactory& factory() {
+    static CityGMLEncoderFactory* const instance = createEncoderFactory();
+    return *instance;
+}
+
+// The encoder's options: the defaults with the caller's values, corrected by the validator.
+inline koltx::KOLTUtils::AttributeMapPtr
+validatedOptions(std::function<void(kolt::AttributeMapBuilder&)> const& fill) {
+    auto const given = makeAttributes(fill);
+    kolt::AttributeMap const* validated = nullptr;
+    kolt::Status status = kolt::STATUS_OK;
+    factory().getEncoderInfo()->createValidatedOptions(given.get(), &validated, &status);
+    if (validated == nullptr)
+        throw std::runtime_error("options refused");
+    return koltx::KOLTUtils::AttributeMapPtr(validated);
+}
+
+// Runs one generation through a fresh encoder, as the host does: init, encode per shape, finish.
+inline void runEncoder(std::vector<std::shared_ptr<koltx::InitialShape const>> const& shapes,
+                       kolt::AttributeMap const* options, kolt::Callbacks* callbacks,
+                       CityGMLEncoder** keep = nullptr) {
+    std::unique_ptr<koltx::Encoder> encoder(factory().create(options, callbacks));
+    koltx::GenerateContext context(shapes, nullptr, callbacks);
+    encoder->init(context);
+    for (std::size_t i = 0; i < shapes.size(); ++i)
+        encoder->encode(context, i);
+    encoder->finish(context);
+    if (keep != nullptr)
+        *keep = static_cast<CityGMLEncoder*>(encoder.release());
+}
+
+// The document text of one generation with default options unless `fill` sets some.
+inline std::string
+encodeToText(std::vector<std::shared_ptr<koltx::InitialShape const>> const& shapes,
+             std::function<void(kolt::AttributeMapBuilder&)> const& fill = nullptr,
+             koltx::MemoryOutputCallbacks* outputs = nullptr) {
+    koltx::MemoryOutputCallbacks local;
+    koltx::MemoryOutputCallbacks& callbacks = outputs != nullptr ? *outputs : local;
+    auto const options = validatedOptions(fill);
+    runEncoder(shapes, options.get(), &callbacks);
+    wchar_t const* baseName = options->getString(L"baseName");
+    return callbacks.getText(std::wstring(baseName) + L".gml");
+}
+
+// The tree below `node`, one line per node: tag, id (with "*" when written), kind; polygons
+// with their face and surface tag.
+inline std::string describe(std::shared_ptr<gml::CityElementNode> const& node, int depth = 0) {
+    std::string line = std::string(2 * depth, ' ') + kolt::StringUtils::toUTF8(node->tag) + "[" +
+                       kolt::StringUtils::toUTF8(node->id) + "]" + (node->writeId ? "*" : "");
+    if (auto polygon = std::dynamic_pointer_cast<gml::PolygonNode>(node))
+        line += " polygon " + std::to_string(polygon->faceIndex) + " " +
+                kolt::StringUtils::toUTF8(polygon->surfaceTag);
+    else if (std::dynamic_pointer_cast<gml::GeometryNode>(node))
+        line += " geometry";
+    else if (std::dynamic_pointer_cast<gml::BuildingTypeNode>(node))
+        line += " building";
+    else if (std::dynamic_pointer_cast<gml::TransportationTypeNode>(node))
+        line += " transportation";
+    else if (std::dynamic_pointer_cast<gml::RootNode>(node))
+        line += " feature";
+    line += "\n";
+    for (auto const& child : node->children)
+        line += describe(child, depth + 1);
+    return line;
 }
 
 } // namespace enctest

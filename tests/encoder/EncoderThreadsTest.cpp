@@ -1,5 +1,6 @@
-#include "EncoderRun.h"
+#include "EncoderTestSupport.h"
 
+#include <Golden.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -59,7 +60,7 @@ Result encodeOnce(std::vector<std::shared_ptr<koltx::InitialShape const>> const&
     koltx::MemoryOutputCallbacks outputs;
     Result result;
     result.document =
-        normalize(enctest::maskIdentifiers(enctest::encodeToText(shapes, nullptr, &outputs)));
+        normalize(testsupport::maskIdentifiers(enctest::encodeToText(shapes, nullptr, &outputs)));
     result.names = outputs.getNames();
     return result;
 }

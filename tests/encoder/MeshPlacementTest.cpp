@@ -1,4 +1,4 @@
-#include "EncoderRun.h"
+#include "EncoderTestSupport.h"
 
 #include <encoder/MeshDescent.h>
 #include <encoder/ShapeMapping.h>
@@ -12,6 +12,7 @@
 #include <koltx/DefaultNamePreparator.h>
 #include <koltx/EncodePreparator.h>
 
+#include <Golden.h>
 #include <gtest/gtest.h>
 
 #include <stdexcept>
@@ -47,13 +48,6 @@ std::vector<enctest::Square> squares(int n) {
     return out;
 }
 
-std::size_t polygonCount(NodePtr const& node) {
-    std::size_t n = dynamic_cast<gml::PolygonNode*>(node.get()) != nullptr ? 1 : 0;
-    for (auto const& child : node->children)
-        n += polygonCount(child);
-    return n;
-}
-
 // The document's top-level nodes, after one generation with these meshes in one shape each.
 std::vector<CityModelDocument::NodeGroup>
 groupsOf(std::vector<std::vector<std::shared_ptr<koltx::Mesh>>> const& shapes,
@@ -78,184 +72,113 @@ groupsOf(std::vector<std::vector<std::shared_ptr<koltx::Mesh>>> const& shapes,
     return encoder->getDocument()->memberGroups;
 }
 
+std::string prefixesOf(std::set<std::wstring> const& prefixes) {
+    std::string text = "prefixes:";
+    for (auto const& prefix : prefixes)
+        text += " " + kolt::StringUtils::toUTF8(prefix);
+    return text + "\n";
+}
+
+// One generation with one shape per list of mesh names (one square each): its version, prefixes
+// and nodes.
+std::string generation(std::vector<std::vector<std::wstring>> const& shapes) {
+    std::vector<std::vector<std::shared_ptr<koltx::Mesh>>> meshes;
+    for (auto const& names : shapes) {
+        meshes.emplace_back();
+        for (auto const& name : names)
+            meshes.back().push_back(enctest::makeMesh(name, squares(1)));
+    }
+    std::optional<std::int32_t> version;
+    std::set<std::wstring> prefixes;
+    std::string text;
+    for (auto const& group : groupsOf(meshes, &version, &prefixes)) {
+        text += "shape\n";
+        for (auto const& node : group)
+            text += enctest::describe(node, 1);
+    }
+    return "version " + (version ? std::to_string(*version) : std::string("none")) + ", " +
+           prefixesOf(prefixes) + text;
+}
+
+std::wstring const building2 = L"bldg:Building[b]\\bldg:lod2MultiSurface[]\\gml:MultiSurface[m]\\";
+std::wstring const building3 = L"bldg:Building[b]\\core:boundary[]\\con:WallSurface[w]\\";
+
 } // namespace
 
-TEST(MeshDescent, MakesOneGeometryWithAPolygonPerFaceAndReusesNodesById) {
-    Placement p;
-    auto const mesh = enctest::makeMesh(L"m", squares(2));
-    p.place(L"A[a]\\gml:MultiSurface[m]\\", mesh);
-    ASSERT_EQ(1u, p.top->children.size());
-    auto geometry = std::dynamic_pointer_cast<gml::GeometryNode>(p.top->children[0]);
-    ASSERT_TRUE(geometry);
-    EXPECT_EQ(L"gml:MultiSurface", geometry->tag);
-    EXPECT_EQ(L"m", geometry->id);
-    EXPECT_TRUE(geometry->writeId);
-    ASSERT_EQ(2u, geometry->children.size());
-    for (std::uint32_t f = 0; f < 2; ++f) {
-        auto polygon = std::dynamic_pointer_cast<gml::PolygonNode>(geometry->children[f]);
-        ASSERT_TRUE(polygon);
-        EXPECT_EQ(f, polygon->faceIndex);
-        EXPECT_EQ(L"gml:MultiSurface", polygon->surfaceTag);
-        EXPECT_EQ(36u, polygon->id.size());
+// Meshes placed below one node by hand, at the level of detail given; every case's tree stands
+// in the golden file.
+TEST(MeshDescent, GeometriesPolygonsAndPlainStepsByPath) {
+    auto const two = enctest::makeMesh(L"m", squares(2));
+    auto const one = enctest::makeMesh(L"m", squares(1));
+    koltx::MeshBuilder builder;
+    builder.addMaterial(enctest::makeMaterial(L"red", {1, 0, 0}));
+    auto const empty = builder.createSharedAndReset(nullptr);
+    struct Case {
+        char const* name;
+        int levelOfDetail;
+        std::vector<std::pair<std::wstring, std::shared_ptr<koltx::Mesh>>> meshes;
+    };
+    std::vector<Case> const cases = {
+        {"one polygon per face; the same path again adds nothing, another id a second geometry",
+         4,
+         {{L"A[a]\\gml:MultiSurface[m]\\", two},
+          {L"A[a]\\gml:MultiSurface[m]\\", two},
+          {L"A[a]\\gml:MultiSurface[m2]\\", two}}},
+        {"polygons go to the innermost geometry",
+         4,
+         {{L"A[a]\\gml:Solid[s]\\gml:CompositeSurface[c]\\", one}}},
+        {"plain steps follow the polygons; the surface tag stays as the path has it",
+         4,
+         {{L"A[a]\\gml:multisurface[m]\\gml:surfaceMember[]\\", one}}},
+        {"without any geometry element the faces have nowhere to go",
+         4,
+         {{L"A[a]\\core:boundary[b]\\", one}}},
+        {"a branch above the level of detail is dropped, its prefix seen",
+         1,
+         {{L"A[a]\\bldg:lod2Solid[]\\gml:Solid[s]\\", one}}},
+        {"level of detail 0", 0, {{L"A[a]\\core:lod0MultiSurface[x]\\gml:MultiSurface\\", one}}},
+        {"a mesh without faces still exports its materials",
+         4,
+         {{L"A[a]\\gml:MultiSurface[m]\\", empty}}},
+    };
+    std::string text;
+    for (auto const& c : cases) {
+        Placement p(c.levelOfDetail);
+        for (auto const& [path, mesh] : c.meshes)
+            p.place(path, mesh);
+        text += std::string("## ") + c.name + "\n" + enctest::describe(p.top) +
+                prefixesOf(p.document.usedPrefixes) +
+                "appearance members: " + std::to_string(p.document.appearanceMembers.size()) + "\n";
     }
-
-    // The same path again adds nothing: polygons come only with a new geometry element.
-    p.place(L"A[a]\\gml:MultiSurface[m]\\", mesh);
-    EXPECT_EQ(2u, polygonCount(p.top));
-    // Another geometry id at that level is a second geometry node.
-    p.place(L"A[a]\\gml:MultiSurface[m2]\\", mesh);
-    EXPECT_EQ(2u, p.top->children.size());
-    EXPECT_EQ(4u, polygonCount(p.top));
-    EXPECT_EQ((std::set<std::wstring>{L"gml"}), p.document.usedPrefixes);
-}
-
-TEST(MeshDescent, PolygonsGoToTheInnermostGeometryAndPlainStepsFollowThem) {
-    Placement p;
-    auto const mesh = enctest::makeMesh(L"m", squares(1));
-    p.place(L"A[a]\\gml:Solid[s]\\gml:CompositeSurface[c]\\", mesh);
-    auto solid = p.top->children.at(0);
-    EXPECT_EQ(L"gml:Solid", solid->tag);
-    ASSERT_EQ(1u, solid->children.size());
-    EXPECT_EQ(L"gml:CompositeSurface", solid->children[0]->tag);
-    EXPECT_EQ(1u, solid->children[0]->children.size());
-
-    Placement q;
-    q.place(L"A[a]\\gml:multisurface[m]\\gml:surfaceMember[]\\", mesh);
-    auto multi = q.top->children.at(0);
-    EXPECT_EQ(L"gml:MultiSurface", multi->tag);
-    ASSERT_EQ(2u, multi->children.size());
-    auto polygon = std::dynamic_pointer_cast<gml::PolygonNode>(multi->children[0]);
-    ASSERT_TRUE(polygon);
-    // The surface tag stays as the path has it.
-    EXPECT_EQ(L"gml:multisurface", polygon->surfaceTag);
-    EXPECT_EQ(L"gml:surfaceMember", multi->children[1]->tag);
-    EXPECT_FALSE(std::dynamic_pointer_cast<gml::GeometryNode>(multi->children[1]));
-
-    // Without any geometry element the faces have nowhere to go.
-    Placement r;
-    r.place(L"A[a]\\core:boundary[b]\\", mesh);
-    EXPECT_EQ(L"core:boundary", r.top->children.at(0)->tag);
-    EXPECT_EQ(0u, polygonCount(r.top));
-}
-
-TEST(MeshDescent, DropsBranchesAboveTheLevelOfDetail) {
-    auto const mesh = enctest::makeMesh(L"m", squares(1));
-    Placement p(1);
-    p.place(L"A[a]\\bldg:lod2Solid[]\\gml:Solid[s]\\", mesh);
-    EXPECT_TRUE(p.top->children.empty());
-    // The prefix of the dropped step was seen, that of the geometry never.
-    EXPECT_EQ((std::set<std::wstring>{L"bldg"}), p.document.usedPrefixes);
-
-    Placement zero(0);
-    zero.place(L"A[a]\\core:lod0MultiSurface[x]\\gml:MultiSurface\\", mesh);
-    EXPECT_EQ(1u, polygonCount(zero.top));
+    EXPECT_TRUE(testsupport::matchesGolden("encoder/mesh_descent.txt", text));
 
     Placement bad;
-    EXPECT_THROW(bad.place(L"A[a]\\bldg:lodSurface[]\\gml:Solid[s]\\", mesh),
-                 std::invalid_argument);
+    EXPECT_THROW(bad.place(L"A[a]\\bldg:lodSurface[]\\gml:Solid[s]\\", one), std::invalid_argument);
     EXPECT_TRUE(bad.top->children.empty());
 }
 
-TEST(MeshDescent, MeshWithoutFacesStillExportsItsMaterials) {
-    Placement p;
-    koltx::MeshBuilder builder;
-    builder.setName(L"empty");
-    builder.addMaterial(enctest::makeMaterial(L"red", {1, 0, 0}));
-    auto const empty = builder.createSharedAndReset(nullptr);
-    p.place(L"A[a]\\gml:MultiSurface[m]\\", empty);
-    EXPECT_EQ(1u, p.top->children.size());
-    EXPECT_EQ(0u, polygonCount(p.top));
-    EXPECT_EQ(1u, p.document.appearanceMembers.size());
-}
-
-TEST(ShapeMapping, PathlessMeshesMeetInOneConstruction) {
+// Top-level nodes of whole generations: classes by the first tag, nodes found by id, pathless
+// meshes in one construction, the first shape's vote on the version.
+TEST(ShapeMapping, GenerationsAsTheirNodeTrees) {
+    std::vector<std::pair<char const*, std::vector<std::vector<std::wstring>>>> const cases = {
+        {"pathless meshes meet in one construction", {{L"first", L""}}},
+        {"top-level nodes by id with the class of the first tag",
+         {{L"bldg:Building[b1]\\bldg:lod2Solid[]\\gml:Solid[s1]\\",
+           L"trans:Road[b1]\\trans:lod2MultiSurface[]\\gml:MultiSurface[x]\\",
+           L"trans:Road[r1]\\trans:lod2MultiSurface[]\\gml:MultiSurface[y]\\",
+           L"Bldg:Building[c]\\gml:MultiSurface[z]\\", L"bldg\\gml:MultiSurface[w]\\"}}},
+        {"one component only: an empty node whose faces are lost", {{L"wall\\"}}},
+        {"the first shape votes 2.0", {{building2}, {building3}}},
+        {"the first shape votes 3.0", {{building2, building3}}},
+        {"a shape without meshes has no vote but its group", {{}, {building2}}},
+        {"equal ids in two shapes make two nodes", {{building2}, {building2}, {L"x"}, {L"y"}}},
+    };
+    std::string text;
+    for (auto const& [name, shapes] : cases)
+        text += std::string("## ") + name + "\n" + generation(shapes);
+    EXPECT_TRUE(testsupport::matchesGolden("encoder/shape_mapping.txt", text));
+    // Made-up ids read the same once masked: they must differ all the same.
     auto const groups =
-        groupsOf({{enctest::makeMesh(L"first", squares(1)), enctest::makeMesh(L"", squares(1))}});
-    ASSERT_EQ(1u, groups.size());
-    ASSERT_EQ(1u, groups[0].size());
-    auto const& top = groups[0][0];
-    EXPECT_EQ(L"con:OtherConstruction", top->tag);
-    EXPECT_FALSE(top->writeId);
-    ASSERT_EQ(2u, top->children.size());
-    for (auto const& boundary : top->children) {
-        EXPECT_EQ(L"core:boundary", boundary->tag);
-        auto const& surface = boundary->children.at(0);
-        EXPECT_EQ(L"gen:GenericThematicSurface", surface->tag);
-        auto const& lod = surface->children.at(0);
-        EXPECT_EQ(L"core:lod0MultiSurface", lod->tag);
-        auto const& geometry = lod->children.at(0);
-        EXPECT_EQ(L"gml:MultiSurface", geometry->tag);
-        EXPECT_TRUE(geometry->id.empty());
-        EXPECT_FALSE(geometry->writeId);
-        EXPECT_EQ(1u, geometry->children.size());
-    }
-}
-
-TEST(ShapeMapping, TopLevelNodesByIdWithTheClassOfTheFirstTag) {
-    std::wstring const path = L"bldg:Building[b1]\\bldg:lod2Solid[]\\gml:Solid[s1]\\";
-    auto const groups =
-        groupsOf({{enctest::makeMesh(path, squares(1)),
-                   enctest::makeMesh(L"trans:Road[b1]\\trans:lod2MultiSurface[]\\gml:"
-                                     L"MultiSurface[x]\\",
-                                     squares(1)),
-                   enctest::makeMesh(L"trans:Road[r1]\\trans:lod2MultiSurface[]\\gml:"
-                                     L"MultiSurface[y]\\",
-                                     squares(1)),
-                   enctest::makeMesh(L"Bldg:Building[c]\\gml:MultiSurface[z]\\", squares(1)),
-                   enctest::makeMesh(L"bldg\\gml:MultiSurface[w]\\", squares(1))}});
-    ASSERT_EQ(1u, groups.size());
-    auto const& group = groups[0];
-    ASSERT_EQ(4u, group.size());
-    EXPECT_TRUE(std::dynamic_pointer_cast<gml::BuildingTypeNode>(group[0]));
-    EXPECT_EQ(L"bldg:Building", group[0]->tag);
-    // The road with the building's id went into the building, and its step without id into the
-    // building's first step without id, whatever the tags.
-    ASSERT_EQ(1u, group[0]->children.size());
-    EXPECT_EQ(2u, group[0]->children[0]->children.size());
-    EXPECT_TRUE(std::dynamic_pointer_cast<gml::TransportationTypeNode>(group[1]));
-    // Case-sensitive prefixes: "Bldg" is no building.
-    EXPECT_FALSE(std::dynamic_pointer_cast<gml::BuildingTypeNode>(group[2]));
-    EXPECT_TRUE(std::dynamic_pointer_cast<gml::RootNode>(group[2]));
-    EXPECT_TRUE(std::dynamic_pointer_cast<gml::BuildingTypeNode>(group[3]));
-    for (auto const& node : group)
-        EXPECT_FALSE(node->writeId);
-
-    // One component only: an empty node whose faces are lost.
-    auto const single = groupsOf({{enctest::makeMesh(L"wall\\", squares(1))}});
-    ASSERT_EQ(1u, single.at(0).size());
-    EXPECT_EQ(L"wall", single[0][0]->tag);
-    EXPECT_TRUE(single[0][0]->children.empty());
-}
-
-TEST(ShapeMapping, TheFirstShapeVotesOnTheVersion) {
-    std::optional<std::int32_t> version;
-    std::set<std::wstring> prefixes;
-    auto const v2 = L"bldg:Building[b]\\bldg:lod2MultiSurface[]\\gml:MultiSurface[m]\\";
-    auto const v3 = L"bldg:Building[b]\\core:boundary[]\\con:WallSurface[w]\\";
-    groupsOf({{enctest::makeMesh(v2, squares(1))}, {enctest::makeMesh(v3, squares(1))}}, &version,
-             &prefixes);
-    EXPECT_EQ(2, version.value_or(0));
-    EXPECT_EQ((std::set<std::wstring>{L"bldg", L"con", L"core", L"gml"}), prefixes);
-
-    groupsOf({{enctest::makeMesh(v2, squares(1)), enctest::makeMesh(v3, squares(1))}}, &version);
-    EXPECT_EQ(3, version.value_or(0));
-
-    auto const groups = groupsOf({{}, {enctest::makeMesh(v2, squares(1))}}, &version);
-    EXPECT_FALSE(version.has_value());
-    // A shape without anything still has its group.
-    ASSERT_EQ(2u, groups.size());
-    EXPECT_TRUE(groups[0].empty());
-    EXPECT_EQ(1u, groups[1].size());
-}
-
-TEST(ShapeMapping, EqualIdsInTwoShapesMakeTwoNodes) {
-    auto const path = L"bldg:Building[b]\\bldg:lod2MultiSurface[]\\gml:MultiSurface[m]\\";
-    auto const groups = groupsOf({{enctest::makeMesh(path, squares(1))},
-                                  {enctest::makeMesh(path, squares(1))},
-                                  {enctest::makeMesh(L"x", squares(1))},
-                                  {enctest::makeMesh(L"y", squares(1))}});
-    ASSERT_EQ(4u, groups.size());
-    EXPECT_NE(groups[0][0], groups[1][0]);
-    EXPECT_EQ(1u, polygonCount(groups[1][0]));
-    EXPECT_NE(groups[2][0]->id, groups[3][0]->id);
+        groupsOf({{enctest::makeMesh(L"x", squares(1))}, {enctest::makeMesh(L"y", squares(1))}});
+    EXPECT_NE(groups.at(0).at(0)->id, groups.at(1).at(0)->id);
 }

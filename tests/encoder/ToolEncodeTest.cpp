@@ -26,6 +26,9 @@
 #include <koltx/MeshBuilder.h>
 #include <koltx/Texture.h>
 
+#include <Files.h>
+#include <Golden.h>
+#include <ScratchDir.h>
 #include <TestData.h>
 #include <gtest/gtest.h>
 
@@ -41,43 +44,17 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string readFile(fs::path const& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
-
-void writeFile(fs::path const& path, std::string const& text) {
-    std::ofstream(path, std::ios::binary) << text;
-}
-
-std::size_t count(std::string const& text, std::string const& what) {
-    std::size_t n = 0;
-    for (auto pos = text.find(what); pos != std::string::npos; pos = text.find(what, pos + 1))
-        ++n;
-    return n;
-}
-
-std::vector<std::string> filesIn(fs::path const& folder) {
-    std::vector<std::string> names;
-    for (auto const& entry : fs::directory_iterator(folder))
-        names.push_back(entry.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
-}
+using testsupport::countOf;
+using testsupport::filesIn;
+using testsupport::readFile;
+using testsupport::writeFile;
 
 class ToolEncode : public ::testing::Test {
 protected:
     void SetUp() override {
-        dir = fs::temp_directory_path() /
-              ("encoder_tool_" + std::to_string(::getpid()) + "_" +
-               ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::remove_all(dir);
         fs::create_directories(dir / "in");
         fs::create_directories(dir / "out");
     }
-    void TearDown() override { fs::remove_all(dir); }
 
     int convert(std::string const& input, std::string const& output,
                 EncodeOptions const& options = {}) {
@@ -102,7 +79,7 @@ protected:
         encoder->encode({texture});
     }
 
-    fs::path dir;
+    testsupport::ScratchDir const dir{"encoder_tool"};
     std::string out, err;
 };
 
@@ -137,7 +114,7 @@ std::size_t polygonsWritten(std::vector<std::wstring> const& names) {
     encoder->init(context);
     encoder->encode(context, 0);
     encoder->finish(context);
-    return count(outputs.getText(L"gml_default_name.gml"), "<gml:Polygon ");
+    return countOf(outputs.getText(L"gml_default_name.gml"), "<gml:Polygon ");
 }
 
 } // namespace
@@ -228,31 +205,14 @@ TEST(MeshNameRepairTest, KeepsEveryFaceOfPathsThatWouldMeet) {
 
     std::vector<std::wstring> names = given;
     EXPECT_EQ(7u, MeshNameRepair::repair(names));
-    EXPECT_EQ(given[0], names[0]);
-    // The second surface needs a property element of its own, and so does the third.
-    EXPECT_EQ(building + L"bldg:boundedBy[gmlcodec_1]\\bldg:WallSurface[]\\bldg:"
-                         L"lod2MultiSurface[]\\gml:MultiSurface[]\\",
-              names[1]);
-    EXPECT_NE(names[1], names[2]);
-    // A property of another tag that met the first one gets an id, which the second mesh of
-    // that property shares.
-    EXPECT_EQ(building + L"bldg:lod2Solid[gmlcodec_3]\\gml:Solid[]\\gml:CompositeSurface[]\\",
-              names[3]);
-    EXPECT_EQ(building + L"bldg:lod2Solid[gmlcodec_3]\\gml:Solid[]\\gml:CompositeSurface[]\\gml:"
-                         L"CompositeSurface[f]\\",
-              names[4]);
-    // Features without id that repeat: the second is a feature of its own.
-    EXPECT_EQ(L"gen:GenericCityObject[gmlcodec_4]\\gen:lod1Geometry[]\\gml:MultiSurface[]\\",
-              names[6]);
-    // A repeated member of an aggregate becomes a member of its own.
-    EXPECT_EQ(L"gen:GenericCityObject[g]\\gen:lod2Geometry[]\\gml:CompositeSolid[cs]\\gml:"
-              L"Solid[gmlcodec_5]\\",
-              names[8]);
-    EXPECT_EQ(L"plain name", names[9]);
-    // A geometry step without its closing backslash is closed; its first step met a top-level
-    // node of another tag.
-    EXPECT_EQ(L"gml:lod2MultiSurface[gmlcodec_6]\\gml:multisurface[]\\", names[10]);
-
+    std::string text;
+    for (std::size_t i = 0; i < names.size(); ++i)
+        text += kolt::StringUtils::toUTF8(given[i]) + "\n  " + kolt::StringUtils::toUTF8(names[i]) +
+                "\n";
+    // The second and third surface need property elements of their own; a property of another
+    // tag that met the first one gets an id its second mesh shares; a repeated feature without
+    // id and a repeated member of an aggregate become their own; an unclosed step is closed.
+    EXPECT_TRUE(testsupport::matchesGolden("encoder/mesh_name_repair.txt", text));
     EXPECT_EQ(given.size(), polygonsWritten(names));
     // A second repair finds nothing more to do.
     EXPECT_EQ(0u, MeshNameRepair::repair(names));
@@ -264,7 +224,6 @@ TEST(MeshNameRepairTest, KeepsEveryFaceOfPathsThatWouldMeet) {
     EXPECT_EQ(1u, MeshNameRepair::repair(shared));
     EXPECT_EQ(L"bldg:Building[b]\\bldg:lod2MultiSurface[]\\gml:MultiSurface[s_gmlcodec_1]\\",
               shared[1]);
-
     auto const copy = MeshNameRepair::renamed(*square(L"a"), L"b");
     EXPECT_EQ(L"b", copy->getName());
     EXPECT_EQ(4u, copy->getVertexCount());
@@ -290,7 +249,7 @@ TEST_F(ToolEncode, ObjWithMaterialsAndTextureBecomesCityGML) {
     EXPECT_NE(std::string::npos, text.find("<bldg:Building>"));
     EXPECT_NE(std::string::npos, text.find("<gml:MultiSurface gml:id=\"walls\">"));
     EXPECT_NE(std::string::npos, text.find("<con:OtherConstruction>"));
-    EXPECT_EQ(3u, count(text, "<gml:Polygon "));
+    EXPECT_EQ(3u, countOf(text, "<gml:Polygon "));
     EXPECT_NE(std::string::npos, text.find("<app:imageURI>brick.png</app:imageURI>"));
     EXPECT_NE(std::string::npos, text.find("<app:diffuseColor>1 0 0</app:diffuseColor>"));
     EXPECT_NE(std::string::npos, text.find("<app:transparency>0.500000</app:transparency>"));
@@ -400,35 +359,4 @@ TEST_F(ToolEncode, FailuresLeaveNothingBehind) {
         1, convert((dir / "in" / "tex.obj").string(), (dir / "out" / "x.gml").string(), options));
     EXPECT_EQ((std::vector<std::string>{"blocked.gml"}), filesIn(dir / "out"));
     EXPECT_TRUE(fs::is_directory(dir / "out" / "blocked.gml"));
-}
-
-#ifdef GMLCODEC_EXE
-TEST_F(ToolEncode, ExitCodesOfTheTool) {
-    writeFile(dir / "in" / "t.obj", "v 0 0 0\nv 1 0 0\nv 1 1 0\nf 1 2 3\n");
-    auto status = [&](std::string const& arguments) {
-        std::string const command =
-            std::string(GMLCODEC_EXE) + " " + arguments + " > /dev/null 2>&1";
-        int const raw = std::system(command.c_str());
-        return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-    };
-    std::string const obj = (dir / "in" / "t.obj").string();
-    EXPECT_EQ(0, status("convert " + obj + " " + (dir / "out" / "t.gml").string()));
-    EXPECT_TRUE(fs::is_regular_file(dir / "out" / "t.gml"));
-    EXPECT_EQ(2, status("convert " + obj + " " + (dir / "out" / "u.gml").string() + " --bogus"));
-    EXPECT_EQ(2, status("convert " + obj + " " + (dir / "out" / "u.gml").string() + " --lod x"));
-    EXPECT_EQ(1, status("convert " + (dir / "in" / "none.obj").string() + " " +
-                        (dir / "out" / "u.gml").string()));
-    EXPECT_FALSE(fs::exists(dir / "out" / "u.gml"));
-}
-#endif
-
-TEST(CodecRegistration, TheEncoderFollowsTheDecoderInTheHostsManager) {
-    auto const& factories = host().codecFactories();
-    ASSERT_EQ(2u, factories.size());
-    EXPECT_EQ(L"com.morvane.kolt.codecs.CityGMLDecoder", factories[0]->getID());
-    EXPECT_EQ(L"com.morvane.kolt.codecs.CityGMLEncoder", factories[1]->getID());
-    auto* encoders = host().manager().getEncoderFactory(L"com.morvane.kolt.codecs.CityGMLEncoder");
-    ASSERT_NE(nullptr, encoders);
-    EXPECT_EQ(L"CityGML", encoders->getName());
-    EXPECT_EQ(6516u, std::string(encoders->getEncoderInfo()->getIcon()).size());
 }

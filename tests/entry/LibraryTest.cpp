@@ -1,12 +1,11 @@
-#include "TestData.h"
+#include <Process.h>
+#include <TestData.h>
 
 #include <koltx/ExtensionManager.h>
 #include <koltx/Geometry.h>
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <set>
@@ -20,21 +19,11 @@ fs::path libraryPath() {
     return fs::read_symlink("/proc/self/exe").parent_path() / "libcitygml_codec.so";
 }
 
-std::string command(std::string const& line) {
-    std::string out;
-    FILE* pipe = popen(line.c_str(), "r");
-    if (pipe == nullptr)
-        return out;
-    std::array<char, 4096> buffer;
-    for (std::size_t n; (n = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;)
-        out.append(buffer.data(), n);
-    pclose(pipe);
-    return out;
-}
-
 TEST(CodecLibrary, ExportsExactlyTheFourEntryPoints) {
     ASSERT_TRUE(fs::exists(libraryPath()));
-    std::istringstream lines(command("nm -D --defined-only '" + libraryPath().string() + "'"));
+    std::istringstream lines(testsupport::runCommand("nm -D --defined-only " +
+                                                     testsupport::quote(libraryPath().string()))
+                                 .out);
     std::set<std::string> names;
     for (std::string address, type, name; lines >> address >> type >> name;)
         names.insert(name);

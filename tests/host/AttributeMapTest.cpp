@@ -2,6 +2,8 @@
 #include "kolt/AttributeMapBuilder.h"
 #include "koltx/KOLTUtils.h"
 
+#include <Describe.h>
+#include <Golden.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -31,47 +33,14 @@ TEST(AttributeMap, EveryTypeRoundTripsWithItsTypeCode) {
     KOLTUtils::AttributeMapPtr map(builder->createAttributeMap());
     ASSERT_TRUE(map);
 
-    struct Expected {
-        wchar_t const* key;
-        kolt::PrimitiveType type;
-    };
-    for (auto const& [key, type] :
-         {Expected{L"s", kolt::PT_STRING}, Expected{L"f", kolt::PT_FLOAT},
-          Expected{L"b", kolt::PT_BOOL}, Expected{L"i", kolt::PT_INT},
-          Expected{L"sa", kolt::PT_STRING_ARRAY}, Expected{L"fa", kolt::PT_FLOAT_ARRAY},
-          Expected{L"ba", kolt::PT_BOOL_ARRAY}, Expected{L"ia", kolt::PT_INT_ARRAY},
-          Expected{L"x", kolt::PT_BLIND_DATA}}) {
-        EXPECT_EQ(map->getType(key, &status), type) << std::wstring(key).size();
-        EXPECT_EQ(status, kolt::STATUS_OK);
-    }
+    // Keys come sorted by code unit, each with its type and values.
+    EXPECT_TRUE(testsupport::matchesGolden("host/attribute_types.txt",
+                                           testsupport::describeAttributes(*map)));
+    EXPECT_EQ(map->getType(L"x", &status), kolt::PT_BLIND_DATA);
+    EXPECT_EQ(status, kolt::STATUS_OK);
+    EXPECT_EQ(map->getBlindData(L"x"), &blind);
     EXPECT_EQ(int(kolt::PT_STRING), 1);
     EXPECT_EQ(int(kolt::PT_BLIND_DATA), 9);
-
-    EXPECT_EQ(std::wstring(map->getString(L"s")), L"h\u00E9llo");
-    EXPECT_EQ(map->getFloat(L"f"), 0.125);
-    EXPECT_TRUE(map->getBool(L"b"));
-    EXPECT_EQ(map->getInt(L"i"), -42);
-    EXPECT_EQ(map->getBlindData(L"x"), &blind);
-    size_t count = 0;
-    auto const* sa = map->getStringArray(L"sa", &count);
-    ASSERT_EQ(count, 2u);
-    EXPECT_EQ(std::wstring(sa[1]), L"zwei");
-    auto const* fa = map->getFloatArray(L"fa", &count);
-    ASSERT_EQ(count, 3u);
-    EXPECT_EQ(fa[1], -2.25);
-    auto const* ba = map->getBoolArray(L"ba", &count);
-    ASSERT_EQ(count, 3u);
-    EXPECT_FALSE(ba[1]);
-    EXPECT_TRUE(ba[2]);
-    auto const* ia = map->getIntArray(L"ia", &count);
-    ASSERT_EQ(count, 3u);
-    EXPECT_EQ(ia[2], 2147483647);
-
-    // Keys come sorted by code unit.
-    auto const* keys = map->getKeys(&count);
-    std::vector<std::wstring> const names(keys, keys + count);
-    EXPECT_EQ(names, (std::vector<std::wstring>{L"b", L"ba", L"f", L"fa", L"i", L"ia", L"s", L"sa",
-                                                L"x"}));
 }
 
 TEST(AttributeMap, StatusesOfFailedReadsAndWrites) {

@@ -4,6 +4,7 @@
 #include "koltx/KOLTUtils.h"
 #include "koltx/URIUtils.h"
 
+#include <ScratchDir.h>
 #include <gtest/gtest.h>
 
 #include <png.h>
@@ -70,54 +71,54 @@ void writeJPEG(fs::path const& path, uint32_t width, uint32_t height, int compon
 
 class DataBackendTest : public ::testing::Test {
 protected:
-    void SetUp() override {
-        folder =
-            fs::temp_directory_path() /
-            ("kolt_images_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) +
-             ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::create_directories(folder / "tex dir");
-    }
-    void TearDown() override { fs::remove_all(folder); }
+    void SetUp() override { fs::create_directories(folder / "tex dir"); }
 
     std::wstring key(std::string const& name) const {
         return kolt::StringUtils::toUTF16((folder / name).string());
     }
 
-    fs::path folder;
+    testsupport::ScratchDir const folder{"images"};
     koltx::KOLTUtils::ObjectPtr<kolt::Cache> cache{kolt::Cache::create()};
 };
 
 } // namespace
 
 TEST_F(DataBackendTest, ReadsPNGOfEveryChannelLayoutBottomRowFirst) {
-    // 2 x 2 RGBA: top row red, green; bottom row blue, half-transparent white.
-    writePNG(folder / "tex dir" / "rgba \u00E4.png", 2, 2, PNG_COLOR_TYPE_RGBA,
-             {255, 0, 0, 255, 0, 255, 0, 255, 0, 0, 255, 255, 255, 255, 255, 128});
-    std::wstring warnings;
-    auto const rgba = DataBackend::resolveTexture(cache.get(), key("tex dir/rgba \u00E4.png"),
-                                                  nullptr, &warnings);
-    ASSERT_TRUE(rgba) << std::string(warnings.begin(), warnings.end());
-    EXPECT_TRUE(warnings.empty());
-    EXPECT_TRUE(rgba->isValid());
-    EXPECT_EQ(rgba->getFormat(), Texture::FORMAT_RGBA8);
-    EXPECT_EQ(rgba->getWidth(), 2u);
-    EXPECT_EQ(rgba->getPixels(), (std::vector<uint8_t>{0, 0, 255, 255, 255, 255, 255, 128, 255, 0,
-                                                       0, 255, 0, 255, 0, 255}));
-    EXPECT_EQ(rgba->getURI()->getBaseName(), L"rgba \u00E4.png");
-
-    writePNG(folder / "grey.png", 1, 2, PNG_COLOR_TYPE_GRAY, {10, 20});
-    writePNG(folder / "ga.png", 1, 1, PNG_COLOR_TYPE_GRAY_ALPHA, {7, 9});
-    writePNG(folder / "rgb.png", 1, 1, PNG_COLOR_TYPE_RGB, {1, 2, 3});
-    auto const grey = DataBackend::resolveTexture(cache.get(), key("grey.png"), nullptr, &warnings);
-    auto const ga = DataBackend::resolveTexture(cache.get(), key("ga.png"), nullptr, &warnings);
-    auto const rgb = DataBackend::resolveTexture(cache.get(), key("rgb.png"), nullptr, &warnings);
-    ASSERT_TRUE(grey && ga && rgb);
-    EXPECT_EQ(grey->getFormat(), Texture::FORMAT_GREY8);
-    EXPECT_EQ(grey->getPixels(), (std::vector<uint8_t>{20, 10}));
-    EXPECT_EQ(ga->getFormat(), Texture::FORMAT_GREYA8);
-    EXPECT_EQ(ga->getPixels(), (std::vector<uint8_t>{7, 9}));
-    EXPECT_EQ(rgb->getFormat(), Texture::FORMAT_RGB8);
-    EXPECT_EQ(rgb->getPixels(), (std::vector<uint8_t>{1, 2, 3}));
+    struct Layout {
+        char const* name;
+        int colorType;
+        uint32_t width, height;
+        std::vector<uint8_t> topFirst;
+        int32_t format;
+        std::vector<uint8_t> bottomFirst;
+    };
+    // RGBA: top row red, green; bottom row blue, half-transparent white.
+    std::vector<Layout> const layouts = {
+        {"tex dir/rgba \u00E4.png",
+         PNG_COLOR_TYPE_RGBA,
+         2,
+         2,
+         {255, 0, 0, 255, 0, 255, 0, 255, 0, 0, 255, 255, 255, 255, 255, 128},
+         Texture::FORMAT_RGBA8,
+         {0, 0, 255, 255, 255, 255, 255, 128, 255, 0, 0, 255, 0, 255, 0, 255}},
+        {"grey.png", PNG_COLOR_TYPE_GRAY, 1, 2, {10, 20}, Texture::FORMAT_GREY8, {20, 10}},
+        {"ga.png", PNG_COLOR_TYPE_GRAY_ALPHA, 1, 1, {7, 9}, Texture::FORMAT_GREYA8, {7, 9}},
+        {"rgb.png", PNG_COLOR_TYPE_RGB, 1, 1, {1, 2, 3}, Texture::FORMAT_RGB8, {1, 2, 3}},
+    };
+    for (auto const& layout : layouts) {
+        writePNG(folder / layout.name, layout.width, layout.height, layout.colorType,
+                 layout.topFirst);
+        std::wstring warnings;
+        auto const texture =
+            DataBackend::resolveTexture(cache.get(), key(layout.name), nullptr, &warnings);
+        ASSERT_TRUE(texture && texture->isValid()) << layout.name;
+        EXPECT_TRUE(warnings.empty());
+        EXPECT_EQ(texture->getFormat(), layout.format) << layout.name;
+        EXPECT_EQ(texture->getWidth(), layout.width);
+        EXPECT_EQ(texture->getPixels(), layout.bottomFirst) << layout.name;
+        EXPECT_EQ(texture->getURI()->getBaseName(),
+                  kolt::StringUtils::toUTF16(fs::path(layout.name).filename().string()));
+    }
 }
 
 TEST_F(DataBackendTest, ReadsJPEGByContentWhateverTheExtension) {

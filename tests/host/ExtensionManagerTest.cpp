@@ -8,6 +8,7 @@
 #include "koltx/StatusException.h"
 #include "koltx/Texture.h"
 
+#include <ScratchDir.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -125,21 +126,18 @@ TEST(ExtensionManager, RefusesLibrariesWithoutExportsOrWithAnotherVersion) {
 }
 
 TEST(ExtensionManager, LoadsEveryExtensionOfAFolder) {
-    fs::path const folder = fs::temp_directory_path() / "kolt_extension_folder";
-    fs::remove_all(folder);
-    fs::create_directories(folder);
+    testsupport::ScratchDir const folder("extensions");
     fs::copy_file(TEST_EXTENSION_GOOD, folder / "good.so");
     fs::copy_file(TEST_EXTENSION_OLD_VERSION, folder / "old.so");
     fs::copy_file(TEST_EXTENSION_NO_EXPORTS, folder / "plain.so");
     std::ofstream(folder / "readme.txt") << "not a library";
     ExtensionManager manager;
     std::wstring warnings;
-    EXPECT_EQ(manager.loadExtensionDirectory(folder.string(), &warnings), 1u);
+    EXPECT_EQ(manager.loadExtensionDirectory(folder.str(), &warnings), 1u);
     EXPECT_EQ(manager.getFactories().size(), 2u);
     // Only the library that claims to be an extension but fails is reported.
     EXPECT_EQ(std::count(warnings.begin(), warnings.end(), L'\n'), 1);
     EXPECT_NE(warnings.find(L"old.so"), std::wstring::npos);
-    fs::remove_all(folder);
 }
 
 TEST(ExtensionManager, LookupOfUnknownIdsAndMeritOrder) {
@@ -169,26 +167,4 @@ TEST(ExtensionManager, LookupOfUnknownIdsAndMeritOrder) {
     EXPECT_EQ(manager.getFactory(L"low"), &sameId);
     // A factory that makes no geometry decoder is a clear error, not a null decoder.
     EXPECT_THROW(manager.createDecoder(L"high"), koltx::StatusException);
-}
-
-TEST(ExtensionManager, ProcessInstanceHasTheBuiltInImageEncoders) {
-    auto* manager = ExtensionManager::instance();
-    ASSERT_EQ(manager, ExtensionManager::instance());
-    for (auto const* id :
-         {L"com.morvane.kolt.codecs.PNGEncoder", L"com.morvane.kolt.codecs.JPGEncoder"}) {
-        koltx::KOLTUtils::ObjectPtr<kolt::EncoderInfo const> info(manager->createEncoderInfo(id));
-        ASSERT_TRUE(info);
-        EXPECT_EQ(std::wstring(info->getID()), id);
-    }
-}
-
-TEST(FileExtensions, ParsesListsAndMatchesWithoutCase) {
-    koltx::FileExtensions const list(L" .JPG; jpeg ;;");
-    EXPECT_EQ(list.getExtensions(), (std::vector<std::wstring>{L".jpg", L".jpeg"}));
-    EXPECT_EQ(list.toString(), L".jpg;.jpeg;");
-    EXPECT_TRUE(list.matches(L"/a/B.Jpeg"));
-    EXPECT_TRUE(list.matches(L"http://h/x.jpg?size=2#top"));
-    EXPECT_FALSE(list.matches(L"/a/b.jpg.png"));
-    EXPECT_FALSE(list.matches(L".jpg"));
-    EXPECT_TRUE(koltx::FileExtensions().empty());
 }

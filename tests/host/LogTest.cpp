@@ -70,22 +70,6 @@ TEST_F(LogTest, ThresholdDropsLowerLevels) {
     EXPECT_EQ(onlyLine(), "shown");
 }
 
-TEST(Log, ScopeRestoresSinkAndThreshold) {
-    auto const before = koltx::Log::getSink();
-    auto const threshold = koltx::Log::getThreshold();
-    {
-        koltx::Log::Scope scope(std::make_shared<koltx::MemoryLogSink>(), kolt::LOG_FATAL);
-        EXPECT_NE(koltx::Log::getSink(), before);
-        EXPECT_FALSE(koltx::Log::isEnabled(kolt::LOG_ERROR));
-    }
-    EXPECT_EQ(koltx::Log::getSink(), before);
-    EXPECT_EQ(koltx::Log::getThreshold(), threshold);
-    // Null puts a stderr sink in place rather than leaving the log without one.
-    auto const previous = koltx::Log::setSink(nullptr);
-    EXPECT_NE(koltx::Log::getSink(), nullptr);
-    koltx::Log::setSink(previous);
-}
-
 TEST(StatusException, TextsOfStatuses) {
     EXPECT_STREQ(koltx::StatusException(0).what(), "success");
     EXPECT_STREQ(koltx::StatusException(1).what(), "unspecified error");

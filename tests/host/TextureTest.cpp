@@ -1,12 +1,10 @@
 #include "koltx/Texture.h"
-#include "kolt/Cache.h"
 #include "koltx/KOLTUtils.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <stdexcept>
-#include <thread>
 #include <vector>
 
 using koltx::Texture;
@@ -50,32 +48,4 @@ TEST(Texture, EqualityByContentNotAddressOrURI) {
     EXPECT_TRUE(a != otherShape);
     EXPECT_TRUE(a != otherFormat);
     EXPECT_TRUE(Texture(nullptr) == Texture(koltx::URI::create(L"x")));
-}
-
-TEST(Cache, SharesFirstStoredContentAcrossThreads) {
-    koltx::KOLTUtils::ObjectPtr<kolt::Cache> cache(kolt::Cache::create());
-    ASSERT_TRUE(cache);
-    EXPECT_EQ(cache->get(kolt::CT_TEXTURE, L"k"), nullptr);
-
-    std::vector<std::shared_ptr<koltx::Content>> winners(8);
-    std::vector<std::thread> threads;
-    for (size_t t = 0; t < winners.size(); ++t) {
-        threads.emplace_back([&, t] {
-            for (int i = 0; i < 200; ++i) {
-                auto texture = std::make_shared<Texture>(nullptr, 1, 1, Texture::FORMAT_GREY8,
-                                                         std::vector<uint8_t>{uint8_t(t)});
-                cache->insert(kolt::CT_TEXTURE, L"key" + std::to_wstring(i), texture);
-            }
-            winners[t] = cache->get(kolt::CT_TEXTURE, L"key7");
-        });
-    }
-    for (auto& thread : threads)
-        thread.join();
-    EXPECT_EQ(cache->size(), 200u);
-    for (auto const& winner : winners)
-        EXPECT_EQ(winner, winners[0]);
-    // Keys of different content types do not collide.
-    EXPECT_EQ(cache->get(kolt::CT_GEOMETRY, L"key7"), nullptr);
-    cache->flushAll();
-    EXPECT_EQ(cache->size(), 0u);
 }

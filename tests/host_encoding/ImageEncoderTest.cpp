@@ -1,4 +1,3 @@
-#include "TestData.h"
 #include "kolt/AttributeMapBuilder.h"
 #include "kolt/EncoderInfo.h"
 #include "koltx/DataBackend.h"
@@ -9,6 +8,8 @@
 #include "koltx/StatusException.h"
 #include "koltx/Texture.h"
 #include "koltx/URI.h"
+#include <ScratchDir.h>
+#include <TestData.h>
 
 #include <gtest/gtest.h>
 #include <png.h>
@@ -87,16 +88,6 @@ private:
     size_t room;
 };
 
-class TempDir {
-public:
-    TempDir() : path(fs::temp_directory_path() / ("kolt_img_" + std::to_string(::getpid()))) {
-        fs::remove_all(path);
-        fs::create_directories(path);
-    }
-    ~TempDir() { fs::remove_all(path); }
-    fs::path path;
-};
-
 } // namespace
 
 TEST(ImageEncoders, AreRegisteredWithTheirInformation) {
@@ -152,27 +143,27 @@ TEST(ImageEncoders, FlipDecidesWhichRowComesFirst) {
 
 TEST(ImageEncoders, PNGReadAndWrittenAgainKeepsEveryPixel) {
     REQUIRE_TESTDATA();
-    TempDir dir;
+    testsupport::ScratchDir const dir("images");
     for (char const* file : {"citygml1/official_examples/ground_summer.png",
                              "citygml1/official_examples/front_back_summer.png"}) {
         fs::path const source = testsupport::testDataDir() / file;
         auto original = DataBackend::resolveTexture(nullptr, source.wstring(), nullptr, nullptr);
         ASSERT_TRUE(original && original->isValid()) << file;
-        FileOutputCallbacks out(dir.path.string());
+        FileOutputCallbacks out(dir.path().string());
         std::wstring const name =
             encode(PNG, original, &out, Options{L"copy.png", true, L"OVERWRITE"});
         auto again =
-            DataBackend::resolveTexture(nullptr, (dir.path / name).wstring(), nullptr, nullptr);
+            DataBackend::resolveTexture(nullptr, (dir.path() / name).wstring(), nullptr, nullptr);
         ASSERT_TRUE(again && again->isValid());
         EXPECT_EQ(again->getWidth(), original->getWidth());
         EXPECT_EQ(again->getFormat(), original->getFormat());
         EXPECT_TRUE(*again == *original) << file;
-        fs::remove(dir.path / name);
+        fs::remove(dir.path() / name);
     }
 }
 
 TEST(ImageEncoders, JPEGStaysWithinTheUsualLoss) {
-    TempDir dir;
+    testsupport::ScratchDir const dir("images");
     uint32_t const size = 64;
     std::vector<uint8_t> pixels;
     for (uint32_t y = 0; y < size; ++y)
@@ -183,10 +174,11 @@ TEST(ImageEncoders, JPEGStaysWithinTheUsualLoss) {
             pixels.push_back(200); // alpha, which JPEG drops
         }
     auto texture = std::make_shared<Texture>(nullptr, size, size, Texture::FORMAT_RGBA8, pixels);
-    FileOutputCallbacks out(dir.path.string());
+    FileOutputCallbacks out(dir.path().string());
     std::wstring const name = encode(JPG, texture, &out, Options{L"gradient", true, L"OVERWRITE"});
     EXPECT_EQ(name, L"gradient.jpg");
-    auto back = DataBackend::resolveTexture(nullptr, (dir.path / name).wstring(), nullptr, nullptr);
+    auto back =
+        DataBackend::resolveTexture(nullptr, (dir.path() / name).wstring(), nullptr, nullptr);
     ASSERT_TRUE(back && back->isValid());
     ASSERT_EQ(back->getFormat(), Texture::FORMAT_RGB8);
     ASSERT_EQ(back->getWidth(), size);
@@ -205,31 +197,6 @@ TEST(ImageEncoders, JPEGStaysWithinTheUsualLoss) {
     // Rows came back in place: the bottom row is dark in green, the top one bright.
     EXPECT_LT(back->getPixel(0, 0)[1], 16);
     EXPECT_GT(back->getPixel(0, size - 1)[1], 230);
-}
-
-TEST(ImageEncoders, PhotoJPEGReadAndWrittenAgainStaysClose) {
-    REQUIRE_TESTDATA();
-    TempDir dir;
-    fs::path const source = testsupport::testDataDir() /
-                            "citygml2_textures/lyon_small_house/LYON_1ER_BATI_2015_small_house.jpg";
-    auto original = DataBackend::resolveTexture(nullptr, source.wstring(), nullptr, nullptr);
-    ASSERT_TRUE(original && original->isValid());
-    FileOutputCallbacks out(dir.path.string());
-    std::wstring const name =
-        encode(JPG, original, &out, Options{L"photo.jpeg", true, L"OVERWRITE"});
-    EXPECT_EQ(name, L"photo.jpeg");
-    auto again =
-        DataBackend::resolveTexture(nullptr, (dir.path / name).wstring(), nullptr, nullptr);
-    ASSERT_TRUE(again && again->isValid());
-    ASSERT_EQ(again->getWidth(), original->getWidth());
-    ASSERT_EQ(again->getHeight(), original->getHeight());
-    ASSERT_EQ(again->getFormat(), original->getFormat());
-    auto const& a = original->getPixels();
-    auto const& b = again->getPixels();
-    double total = 0;
-    for (size_t i = 0; i < a.size(); ++i)
-        total += std::abs(int(a[i]) - int(b[i]));
-    EXPECT_LT(total / double(a.size()), 3.0);
 }
 
 TEST(ImageEncoders, FailuresAreReportedByStatus) {

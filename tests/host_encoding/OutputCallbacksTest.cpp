@@ -1,13 +1,15 @@
 #include "koltx/FileOutputCallbacks.h"
 #include "koltx/MemoryOutputCallbacks.h"
 
+#include <Files.h>
+#include <ScratchDir.h>
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
-#include <unistd.h>
 
 namespace fs = std::filesystem;
 using kolt::SimpleOutputCallbacks;
@@ -16,33 +18,18 @@ using koltx::MemoryOutputCallbacks;
 
 namespace {
 
-class TempDir {
-public:
-    TempDir() {
-        path = fs::temp_directory_path() /
-               ("kolt_out_" + std::to_string(::getpid()) + "_" + std::to_string(counter++));
-        fs::remove_all(path);
-        fs::create_directories(path);
-    }
-    ~TempDir() { fs::remove_all(path); }
+// A scratch folder with the regular files below it, by relative path.
+struct TempDir : testsupport::ScratchDir {
+    TempDir() : ScratchDir("outputs") {}
     std::vector<std::string> entries() const {
         std::vector<std::string> names;
-        for (auto const& entry : fs::recursive_directory_iterator(path))
+        for (auto const& entry : fs::recursive_directory_iterator(path()))
             if (entry.is_regular_file())
-                names.push_back(fs::relative(entry.path(), path).string());
+                names.push_back(fs::relative(entry.path(), path()).string());
         std::sort(names.begin(), names.end());
         return names;
     }
-    std::string read(std::string const& name) const {
-        std::ifstream in(path / name, std::ios::binary);
-        std::stringstream text;
-        text << in.rdbuf();
-        return text.str();
-    }
-    fs::path path;
-
-private:
-    static inline int counter = 0;
+    std::string read(std::string const& name) const { return testsupport::readFile(path() / name); }
 };
 
 uint64_t openOut(SimpleOutputCallbacks& out, wchar_t const* name, kolt::Status& status,
@@ -55,7 +42,7 @@ uint64_t openOut(SimpleOutputCallbacks& out, wchar_t const* name, kolt::Status& 
 
 TEST(FileOutputCallbacks, WritesThroughATemporaryFileRenamedOnClose) {
     TempDir dir;
-    FileOutputCallbacks out(dir.path.string());
+    FileOutputCallbacks out(dir.path().string());
     kolt::Status status;
     uint64_t const handle = openOut(out, L"city.gml", status);
     ASSERT_EQ(status, 0);
@@ -65,7 +52,7 @@ TEST(FileOutputCallbacks, WritesThroughATemporaryFileRenamedOnClose) {
     ASSERT_EQ(during.size(), 1u);
     EXPECT_NE(during[0], "city.gml");
     EXPECT_EQ(during[0].rfind(".city.gml.", 0), 0u);
-    EXPECT_FALSE(fs::exists(dir.path / "city.gml"));
+    EXPECT_FALSE(fs::exists(dir.path() / "city.gml"));
 
     EXPECT_EQ(out.tell(handle, &status), 11u);
     EXPECT_EQ(out.seek(handle, 6, SimpleOutputCallbacks::FROM_BEGIN), 0);
@@ -99,12 +86,12 @@ TEST(FileOutputCallbacks, WritesThroughATemporaryFileRenamedOnClose) {
     uint64_t const wide = openOut(out, L"w\u00e4nd.png", status);
     out.write(wide, "w", 1);
     EXPECT_EQ(out.close(wide, false, nullptr), 0);
-    EXPECT_TRUE(fs::exists(dir.path / "w\xc3\xa4nd.png"));
+    EXPECT_TRUE(fs::exists(dir.path() / "w\xc3\xa4nd.png"));
 }
 
 TEST(FileOutputCallbacks, RefusesNamesOutsideItsDirectory) {
     TempDir dir;
-    FileOutputCallbacks out((dir.path / "inner").string());
+    FileOutputCallbacks out((dir.path() / "inner").string());
     kolt::Status status;
     for (wchar_t const* name : {L"/etc/passwd", L"../escape.gml", L"a/../../escape.gml", L"..",
                                 L"a/..", L"", L"folder/", L".", L"a/./b"}) {
@@ -124,7 +111,7 @@ TEST(FileOutputCallbacks, RefusesNamesOutsideItsDirectory) {
 TEST(FileOutputCallbacks, AnOutputThatIsNotClosedLeavesNothing) {
     TempDir dir;
     {
-        FileOutputCallbacks out(dir.path.string());
+        FileOutputCallbacks out(dir.path().string());
         kolt::Status status;
         uint64_t const kept = openOut(out, L"kept.gml", status);
         uint64_t const dropped = openOut(out, L"dropped.gml", status);
@@ -135,7 +122,7 @@ TEST(FileOutputCallbacks, AnOutputThatIsNotClosedLeavesNothing) {
         EXPECT_EQ(out.close(kept, false, nullptr), 0);
         // The writer failed between open and close and discards its output.
         EXPECT_EQ(out.close(dropped, true, nullptr), 0);
-        EXPECT_FALSE(fs::exists(dir.path / "dropped.gml"));
+        EXPECT_FALSE(fs::exists(dir.path() / "dropped.gml"));
         // `abandoned` is never closed: the callbacks go away with it open.
     }
     EXPECT_EQ(dir.entries(), std::vector<std::string>{"kept.gml"});
@@ -143,7 +130,7 @@ TEST(FileOutputCallbacks, AnOutputThatIsNotClosedLeavesNothing) {
 
 TEST(FileOutputCallbacks, KeepModeLeavesAnExistingFileAlone) {
     TempDir dir;
-    FileOutputCallbacks out(dir.path.string());
+    FileOutputCallbacks out(dir.path().string());
     kolt::Status status;
     uint64_t handle = openOut(out, L"wall.png", status);
     out.write(handle, "first", 5);
@@ -158,8 +145,8 @@ TEST(FileOutputCallbacks, KeepModeLeavesAnExistingFileAlone) {
 
 TEST(FileOutputCallbacks, UnwritableDirectoryFailsAtOpen) {
     TempDir dir;
-    std::ofstream(dir.path / "file") << "x";
-    FileOutputCallbacks out((dir.path / "file").string());
+    std::ofstream(dir.path() / "file") << "x";
+    FileOutputCallbacks out((dir.path() / "file").string());
     kolt::Status status;
     EXPECT_EQ(openOut(out, L"a.gml", status), 0u);
     EXPECT_EQ(status, SimpleOutputCallbacks::STATUS_IO);

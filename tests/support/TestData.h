@@ -8,11 +8,22 @@
 namespace testsupport {
 
 // The shared CityGML corpus sits beside the project; a fresh clone may not have it.
-inline std::filesystem::path testDataDir() { return std::filesystem::path(KOLT_TESTDATA_DIR); }
+inline std::filesystem::path testDataDir() {
+    return std::filesystem::path(KOLT_TESTDATA_DIR);
+}
 
-inline bool haveTestData() { return std::filesystem::is_directory(testDataDir()); }
+inline bool haveTestData() {
+    return std::filesystem::is_directory(testDataDir());
+}
 
-inline std::filesystem::path sourceDir() { return std::filesystem::path(KOLT_SOURCE_DIR); }
+inline std::filesystem::path sourceDir() {
+    return std::filesystem::path(KOLT_SOURCE_DIR);
+}
+
+// Inputs checked in with the tests: tests/data/<component>/...
+inline std::filesystem::path dataFile(std::string const& relative) {
+    return sourceDir() / "tests" / "data" / relative;
+}
 
 } // namespace testsupport
 

@@ -2,6 +2,7 @@
 
 #include "EncodeOptions.h"
 #include "gltf/MeshOutputOptions.h"
+#include "tiles/TilesOptions.h"
 
 #include <string>
 #include <vector>
@@ -15,11 +16,12 @@ public:
 
     static std::string usage();
 
-    std::string command; // "info", "convert", "selfcheck", "help" or "version"
+    std::string command; // "info", "convert", "tiles", "selfcheck", "help" or "version"
     std::vector<std::string> files;
     bool json = false;
     bool names = false;        // info lists every mesh name
     std::string extensionsDir; // empty: the folder of the executable
     EncodeOptions encode;      // options of a conversion to .gml
     MeshOutputOptions mesh;    // options of conversions to .obj, .glb and .gltf
+    TilesOptions tiles;        // options of runs over many files
 };

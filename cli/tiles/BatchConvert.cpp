@@ -66,7 +66,7 @@ int BatchConvert::run(CodecHost const& host, CommandLine const& line, std::ostre
                   std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
     out << "converted " << inputs.size() - failed << " of " << inputs.size() << " files to "
         << line.tiles.to << " in " << outDir.string() << ": " << numbers << ", " << threads
-        << " jobs\n";
+        << (threads == 1 ? " job\n" : " jobs\n");
     if (failed > 0)
         err << "gmlcodec: " << failed << " of " << inputs.size() << " files failed\n";
     return failed > 0 ? 1 : 0;

@@ -1,52 +1,34 @@
 #include "GlobeTransform.h"
 
-#include <proj.h>
+#include "geo/GeoFrame.h"
 
 #include <cmath>
 #include <limits>
-#include <stdexcept>
-
-struct GlobeTransform::Proj {
-    PJ_CONTEXT* context = proj_context_create();
-    PJ* toEcef = nullptr;
-    PJ* cart = nullptr;
-
-    ~Proj() {
-        proj_destroy(cart);
-        proj_destroy(toEcef);
-        proj_context_destroy(context);
-    }
-};
-
-GlobeTransform::GlobeTransform(std::string const& crsText) : proj(std::make_unique<Proj>()) {
-    proj_log_level(proj->context, PJ_LOG_NONE);
-    PJ* crs = proj_create(proj->context, crsText.c_str());
-    PJ* ecef = proj_create(proj->context, "EPSG:4978");
-    if (crs != nullptr && proj_is_crs(crs) && ecef != nullptr)
-        proj->toEcef = proj_create_crs_to_crs_from_pj(proj->context, crs, ecef, nullptr, nullptr);
-    proj_destroy(ecef);
-    proj_destroy(crs);
-    proj->cart = proj_create(proj->context, "+proj=cart +ellps=WGS84");
-    if (proj->toEcef == nullptr || proj->cart == nullptr)
-        throw std::runtime_error("PROJ cannot place the CRS '" + crsText + "' on the globe");
-}
-
-GlobeTransform::~GlobeTransform() = default;
 
 void GlobeTransform::toEcef(double* xyz, std::size_t count) const {
-    std::size_t const stride = sizeof(double) * 3;
-    proj_trans_generic(proj->toEcef, PJ_FWD, xyz, stride, count, xyz + 1, stride, count, xyz + 2,
-                       stride, count, nullptr, 0, 0);
+    frame.toEcef(xyz, count);
     for (std::size_t i = 0; i < count * 3; ++i) {
         if (!std::isfinite(xyz[i]) || std::abs(xyz[i]) > 1e30)
             xyz[i] = std::numeric_limits<double>::infinity();
     }
 }
 
-void GlobeTransform::toGeodetic(double* xyz, std::size_t count) const {
-    std::size_t const stride = sizeof(double) * 3;
-    proj_trans_generic(proj->cart, PJ_INV, xyz, stride, count, xyz + 1, stride, count, xyz + 2,
-                       stride, count, nullptr, 0, 0);
+void GlobeTransform::toGeodetic(double* xyz, std::size_t count) {
+    double const a = 6378137.0, f = 1 / 298.257223563, e2 = f * (2 - f);
+    for (std::size_t i = 0; i < count; ++i, xyz += 3) {
+        double const x = xyz[0], y = xyz[1], z = xyz[2];
+        double const p = std::hypot(x, y);
+        // Iterated from the spherical guess; converges to well below a millimetre on Earth.
+        double lat = std::atan2(z, p * (1 - e2)), h = 0;
+        for (int k = 0; k < 8; ++k) {
+            double const n = a / std::sqrt(1 - e2 * std::sin(lat) * std::sin(lat));
+            h = std::abs(std::cos(lat)) > 1e-9 ? p / std::cos(lat) - n : std::abs(z) - n * (1 - e2);
+            lat = std::atan2(z, p * (1 - e2 * n / (n + h)));
+        }
+        xyz[0] = std::atan2(y, x);
+        xyz[1] = lat;
+        xyz[2] = h;
+    }
 }
 
 std::array<double, 16> GlobeTransform::enuToEcef(std::array<double, 3> const& e, double lon,

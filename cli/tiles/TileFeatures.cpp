@@ -73,7 +73,7 @@ TileFeatures::TileFeatures(std::vector<std::shared_ptr<koltx::Mesh>> const& mesh
     }
     globe.toEcef(corners.data(), corners.size() / 3);
     std::vector<double> geodetic = corners;
-    globe.toGeodetic(geodetic.data(), geodetic.size() / 3);
+    GlobeTransform::toGeodetic(geodetic.data(), geodetic.size() / 3);
 
     // The local frame: east-north-up at the mean of the features' centres.
     std::array<double, 3> mean{};

@@ -56,7 +56,7 @@ Json regionJson(TileFeatures::Region const& r) {
 struct Writer {
     std::vector<std::shared_ptr<koltx::Mesh>> const& meshes;
     std::vector<TileFeatures::Feature> const& features;
-    std::string const& crs;
+    GeoFrame& frame;
     fs::path const& folder;
     std::wstring warnings;
     uint64_t tiles = 0;
@@ -81,12 +81,8 @@ struct Writer {
                 chosen.insert(chosen.end(), features[f].meshes.begin(), features[f].meshes.end());
             }
             std::sort(chosen.begin(), chosen.end());
-            GeoFrame::Options options;
-            options.crs = crs;
-            options.enu = true;
-            GeoFrame const frame(std::string(), options, low, high, warnings);
-            if (!frame.enuToEcef())
-                throw std::runtime_error("PROJ cannot place tile " + node.name + " on the globe");
+            frame.moveOrigin(
+                {(low[0] + high[0]) / 2, (low[1] + high[1]) / 2, (low[2] + high[2]) / 2});
             absolute = *frame.enuToEcef();
             GltfWriter::Input scene;
             for (uint32_t m : chosen)
@@ -164,8 +160,23 @@ FileBatch::Outcome TilePart::write(CodecHost const& host, CommandLine const& lin
         LodSelection::fromOptions(line.mesh.allLods, line.encode.lod)
             .apply(decoded.geometry ? decoded.geometry->getMeshes()
                                     : std::vector<std::shared_ptr<koltx::Mesh>>());
-    GlobeTransform const globe(*crs);
-    TileFeatures const features(meshes, globe);
+    // One east-north-up frame for the file, moved to each tile's centre in turn.
+    GeoFrame::Options options;
+    options.crs = *crs;
+    options.enu = true;
+    std::array<double, 3> first{};
+    for (auto const& mesh : meshes) {
+        auto const& c = mesh->getVertexCoords();
+        if (c.size() >= 3 && std::isfinite(c[0]) && std::isfinite(c[1]) && std::isfinite(c[2])) {
+            first = {c[0], -c[2], c[1]};
+            break;
+        }
+    }
+    std::wstring frameWarnings;
+    GeoFrame frame(std::string(), options, first, first, frameWarnings);
+    if (!frame.enuToEcef())
+        throw std::runtime_error("PROJ cannot place the CRS '" + *crs + "' on the globe");
+    TileFeatures const features(meshes, GlobeTransform(frame));
     FileBatch::Outcome outcome;
     for (auto const& text : GeometrySummary(nullptr, decoded.warnings).warnings)
         outcome.warnings.push_back(text);
@@ -190,7 +201,7 @@ FileBatch::Outcome TilePart::write(CodecHost const& host, CommandLine const& lin
                               {"tileset", nullptr}});
         } else {
             TileTree const tree(features.features(), line.tiles.tileFeatures, line.tiles.tileBytes);
-            Writer writer{meshes, features.features(), *crs, temporary, {}, 0, 0};
+            Writer writer{meshes, features.features(), frame, temporary, {}, 0, 0};
             Matrix identity{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
             Json root = writer.tile(tree.root(), identity, true);
             double const error = std::max(tree.largest(), tree.root().error);

@@ -91,7 +91,8 @@ int TilesCommand::run(CodecHost const& host, CommandLine const& line, std::ostre
                .string()
         << ": " << inputs.size() - failed << " of " << inputs.size() << " files ("
         << megabytes(inputBytes) << "), " << features << " features, " << tiles << " tiles, "
-        << megabytes(bytes) << " written, " << time << ", " << threads << " jobs\n";
+        << megabytes(bytes) << " written, " << time << ", " << threads
+        << (threads == 1 ? " job\n" : " jobs\n");
     if (failed > 0)
         err << "gmlcodec: " << failed << " of " << inputs.size() << " files failed\n";
     return failed > 0 || anyBad ? 1 : 0;

@@ -28,6 +28,10 @@ int BatchConvert::run(CodecHost const& host, CommandLine const& line, std::ostre
         [&](FileBatch::Input const& input) {
             fs::path target = outDir / fs::path(input.relative);
             target.replace_extension("." + line.tiles.to);
+            std::error_code same;
+            if (fs::equivalent(input.path, target, same))
+                throw std::runtime_error("the output " + target.string() +
+                                         " would overwrite the input");
             fs::create_directories(target.parent_path());
             CommandLine one = line;
             one.files = {input.path, target.string()};

@@ -99,7 +99,7 @@ std::vector<FileBatch::Outcome> FileBatch::run(std::vector<Input> const& inputs,
             reading[t] = 0;
             finished += inputs[i].size;
             std::lock_guard<std::mutex> guard(lock);
-            if (bar || !outcome.warnings.empty() || !outcome.ok) {
+            if (!outcome.warnings.empty() || !outcome.ok) {
                 if (bar)
                     err << "\r\033[K";
                 for (auto const& line : outcome.warnings)

@@ -44,7 +44,8 @@ CommandLine CommandLine::parse(std::vector<std::string> const& arguments) {
             }
             if (line.extensionsDir.empty())
                 throw UsageError("option --extensions needs a folder");
-        } else if (!line.encode.consume(arguments, i) && !line.mesh.consume(arguments, i)) {
+        } else if (!line.encode.consume(arguments, i) && !line.mesh.consume(arguments, i) &&
+                   !line.tiles.consume(arguments, i)) {
             throw UsageError("unknown option " + arg);
         }
     }
@@ -65,6 +66,9 @@ CommandLine CommandLine::parse(std::vector<std::string> const& arguments) {
     } else if (line.command == "convert") {
         if (line.files.size() != 2)
             throw UsageError("convert needs an input and an output file");
+    } else if (line.command == "tiles") {
+        if (line.files.empty())
+            throw UsageError("tiles needs input files or folders and an output folder");
     } else {
         throw UsageError("unknown command " + line.command);
     }
@@ -81,6 +85,11 @@ std::string CommandLine::usage() {
            "  gmlcodec convert IN.gml OUT.gml     decode and encode again, features and ids kept\n"
            "  gmlcodec convert IN OUT.glb|.gltf   CityGML or OBJ to glTF 2.0, georeferenced\n"
            "                                      (.gml, .citygml and .xml are all CityGML)\n"
+           "  gmlcodec convert DIR OUTDIR --to F  every CityGML file below DIR to obj, glb, gltf\n"
+           "                                      or gml, in the same layout below OUTDIR\n"
+           "  gmlcodec tiles IN... OUTDIR         files and folders to one 3D Tiles 1.1 tileset\n"
+           "  gmlcodec tiles --part IN OUTDIR     one file's part of the tileset\n"
+           "  gmlcodec tiles --merge OUTDIR       the root tileset over all parts in OUTDIR\n"
            "  gmlcodec selfcheck                  load the codec and list its factories\n"
            "  gmlcodec --help | --version\n"
            "\n"
@@ -93,7 +102,8 @@ std::string CommandLine::usage() {
            "                      files in the input's own folder and below are read\n"
            "  --any-texture-path  read textures wherever the input says they are\n"
            "\n" +
-           EncodeOptions::usage() + "\n" + MeshOutputOptions::usage() +
+           EncodeOptions::usage() + "\n" + MeshOutputOptions::usage() + "\n" +
+           TilesOptions::usage() +
            "\n"
            "Exit codes: 0 success, 1 the work failed, 2 usage error.\n";
 }

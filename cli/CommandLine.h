@@ -2,6 +2,7 @@
 
 #include "EncodeOptions.h"
 #include "gltf/MeshOutputOptions.h"
+#include "tiles/TilesOptions.h"
 
 #include <string>
 #include <vector>
@@ -15,7 +16,7 @@ public:
 
     static std::string usage();
 
-    std::string command; // "info", "convert", "selfcheck", "help" or "version"
+    std::string command; // "info", "convert", "tiles", "selfcheck", "help" or "version"
     std::vector<std::string> files;
     bool json = false;
     bool names = false;                    // info lists every mesh name
@@ -25,4 +26,5 @@ public:
     bool verbose = false;                  // every reader warning, not a summary
     std::vector<std::string> textureRoots; // folders textures may come from besides the input's
     bool anyTexturePath = false;           // textures may come from anywhere
+    TilesOptions tiles;                    // options of runs over many files
 };

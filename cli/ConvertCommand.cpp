@@ -12,6 +12,7 @@
 #include "UsageError.h"
 #include "gltf/GltfCommand.h"
 #include "lod/LodSelection.h"
+#include "tiles/BatchConvert.h"
 
 #include <kolt/StringUtils.h>
 #include <koltx/Geometry.h>
@@ -37,6 +38,8 @@ std::string shown(std::string const& ext) {
 
 int ConvertCommand::run(CodecHost const& host, CommandLine const& line, std::ostream& out,
                         std::ostream& err) {
+    if (std::filesystem::is_directory(line.files.at(0)))
+        return BatchConvert::run(host, line, out, err);
     std::string const& input = line.files.at(0);
     std::string const& output = line.files.at(1);
     bool const fromObj = FileNames::lowerExtension(input) == ".obj";

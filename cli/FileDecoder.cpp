@@ -26,7 +26,13 @@ namespace {
 
 std::string const CityGMLNamespaces = "http://www.opengis.net/citygml/";
 
+thread_local std::function<void(uint64_t)> batchHook;
+
 } // namespace
+
+void FileDecoder::setBatchHook(std::function<void(uint64_t)> onBytes) {
+    batchHook = std::move(onBytes);
+}
 
 FileDecoder::FileDecoder(koltx::ExtensionManager& extensionManager) : manager(extensionManager) {}
 
@@ -100,11 +106,15 @@ DecodedFile FileDecoder::decode(std::string const& path, bool progressAllowed) c
     out.cityGML = out.root.compare(0, CityGMLNamespaces.size() + 1, "{" + CityGMLNamespaces) == 0;
 
     std::optional<ProgressBar> bar;
-    if (progressAllowed && !error && size > ProgressThreshold && isatty(STDERR_FILENO) == 1)
+    bool const batch = static_cast<bool>(batchHook);
+    if (progressAllowed && !batch && !error && size > ProgressThreshold &&
+        isatty(STDERR_FILENO) == 1)
         bar.emplace(std::cerr, "decoding", size);
     CountingStreamBuf counting(file, [&bar](uint64_t done) {
         if (bar)
             bar->update(done);
+        if (batchHook)
+            batchHook(done);
     });
     std::istream stream(&counting);
 
@@ -129,7 +139,8 @@ DecodedFile FileDecoder::decode(std::string const& path, bool progressAllowed) c
     // The tool decodes once and then exits: the operating system reclaims a large model's meshes
     // far faster than freeing them one by one would, so they are kept to the end of the process.
     static auto* const retained = new std::vector<std::shared_ptr<koltx::Content>>();
-    retained->insert(retained->end(), results.begin(), results.end());
+    if (!batch)
+        retained->insert(retained->end(), results.begin(), results.end());
     for (auto const& content : results) {
         if (auto geometry = std::dynamic_pointer_cast<koltx::Geometry>(content)) {
             out.geometry = geometry;

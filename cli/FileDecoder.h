@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -39,6 +41,10 @@ public:
 
     // "{namespace}name" of the file's root element, or "" when it has none that can be read.
     static std::string rootElement(std::string const& path);
+    // Runs over many files set this for the thread that decodes: it hears the bytes read
+    // instead of a bar being drawn, and decoded contents are freed with their last owner
+    // rather than kept to the end of the process. An empty function ends it.
+    static void setBatchHook(std::function<void(uint64_t)> onBytes);
 
 private:
     koltx::ExtensionManager& manager;

@@ -9,6 +9,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
+// Each decoding thread has its own run, so the host's one filter asks the thread's own policy.
+thread_local TextureAccess* t_current = nullptr;
+std::once_flag g_installed;
+
 bool within(fs::path const& file, fs::path const& folder) {
     auto const mismatch = std::mismatch(folder.begin(), folder.end(), file.begin(), file.end());
     return mismatch.first == folder.end();
@@ -31,12 +35,18 @@ TextureAccess::TextureAccess(std::string const& inputPath, std::vector<std::stri
     fs::path const own = fs::canonical(fs::absolute(inputPath).parent_path(), error);
     if (!error)
         allowed.push_back(own);
-    koltx::DataBackend::setTextureFilter(
-        [this](std::string const& canonicalPath) { return check(canonicalPath); });
+    previous = t_current;
+    t_current = this;
+    std::call_once(g_installed, [] {
+        koltx::DataBackend::setTextureFilter([](std::string const& canonicalPath) {
+            return t_current ? t_current->check(canonicalPath)
+                             : std::string("read outside any conversion");
+        });
+    });
 }
 
 TextureAccess::~TextureAccess() {
-    koltx::DataBackend::setTextureFilter(nullptr);
+    t_current = previous;
 }
 
 std::string TextureAccess::check(std::string const& canonicalPath) {

@@ -7,8 +7,8 @@
 
 // Which texture files a run may read: regular files in the input's own folder and below (links
 // resolved), in folders given with --texture-root, or anywhere with --any-texture-path. Installed
-// as the host's texture filter for the life of the object; remembers every file it let through,
-// so that no output replaces one.
+// as the policy of the calling thread's texture reads for the life of the object; remembers every
+// file it let through, so that no output replaces one.
 class TextureAccess {
 public:
     // Throws std::runtime_error when a root is not a folder.
@@ -28,4 +28,5 @@ private:
     bool any;
     mutable std::mutex mutex;
     std::vector<std::filesystem::path> read;
+    TextureAccess* previous = nullptr; // the thread's policy before this one
 };

@@ -5,6 +5,7 @@
 #include "SelfCheckCommand.h"
 #include "TempFiles.h"
 #include "UsageError.h"
+#include "tiles/TilesCommand.h"
 
 #include <kolt/LogLevel.h>
 #include <koltx/Log.h>
@@ -35,6 +36,8 @@ int main(int argc, char** argv) {
             return SelfCheckCommand::run(host, std::cout, std::cerr);
         if (line.command == "info")
             return InfoCommand::run(host, line, std::cout, std::cerr);
+        if (line.command == "tiles")
+            return TilesCommand::run(host, line, std::cout, std::cerr);
         return ConvertCommand::run(host, line, std::cout, std::cerr);
     } catch (UsageError const& e) {
         std::cerr << "gmlcodec: " << e.what() << "\n\n" << CommandLine::usage();

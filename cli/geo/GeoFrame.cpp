@@ -6,6 +6,7 @@
 
 #include <proj.h>
 
+#include <algorithm>
 #include <cmath>
 #include <stdexcept>
 #include <vector>
@@ -120,6 +121,12 @@ GeoFrame::GeoFrame(std::string const& srsName, Options const& options,
             throw std::runtime_error("PROJ cannot place " + crsName + " on the globe");
         return;
     }
+    placeOrigin();
+}
+
+GeoFrame::~GeoFrame() = default;
+
+void GeoFrame::placeOrigin() {
     PJ_COORD at = proj_coord(origin[0], origin[1], origin[2], 0);
     PJ_COORD const e = proj_trans(proj->toEcef, PJ_FWD, at);
     if (!std::isfinite(e.xyz.x) || !std::isfinite(e.xyz.y) || !std::isfinite(e.xyz.z)) {
@@ -141,7 +148,22 @@ GeoFrame::GeoFrame(std::string const& srsName, Options const& options,
                                     cp * cl, cp * sl, sp, 0, e.xyz.x,  e.xyz.y,  e.xyz.z, 1};
 }
 
-GeoFrame::~GeoFrame() = default;
+void GeoFrame::moveOrigin(std::array<double, 3> const& to) {
+    if (frameKind != Kind::Enu || proj->toEcef == nullptr)
+        throw std::logic_error("only an east-north-up frame moves its origin");
+    origin = to;
+    placeOrigin();
+}
+
+void GeoFrame::toEcef(double* xyz, std::size_t count) const {
+    if (proj->toEcef == nullptr) {
+        std::fill(xyz, xyz + count * 3, INFINITY);
+        return;
+    }
+    std::size_t const stride = sizeof(double) * 3;
+    proj_trans_generic(proj->toEcef, PJ_FWD, xyz, stride, count, xyz + 1, stride, count, xyz + 2,
+                       stride, count, nullptr, 0, 0);
+}
 
 void GeoFrame::toGltf(double const* file, std::size_t count, float* out) const {
     if (frameKind != Kind::Enu) {

@@ -34,6 +34,12 @@ public:
     // `count` points of the file's x, y, z into glTF x, y, z.
     void toGltf(double const* file, std::size_t count, float* out) const;
 
+    // Many tiles of one file share a frame: an east-north-up frame moves to a new origin without
+    // asking PROJ for the transformation again.
+    void moveOrigin(std::array<double, 3> const& origin);
+    // `count` points of the file's x, y, z to EPSG:4978, in place; infinite where PROJ cannot.
+    void toEcef(double* xyz, std::size_t count) const;
+
     Kind kind() const { return frameKind; }
     // What goes into `asset.extras`: crs, crsName, origin, frame, enuToEcef.
     nlohmann::ordered_json extras() const;
@@ -45,6 +51,8 @@ public:
     static std::optional<std::string> describe(std::string const& srsName);
 
 private:
+    void placeOrigin();
+
     struct Proj;
     std::unique_ptr<Proj> proj;
     Kind frameKind = Kind::Shifted;

@@ -1,7 +1,7 @@
 #include "koltx/ExtensionManager.h"
 
-#include "BuiltinEncoders.h"
-#include "EncoderInfoView.h"
+#include "encoding/EncoderInfoView.h"
+#include "images/BuiltinEncoders.h"
 #include "kolt/EncoderInfo.h"
 #include "kolt/StringUtils.h"
 #include "koltx/StatusException.h"

@@ -63,8 +63,8 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     using koltx::KOLTUtils;
     auto const cache = KOLTUtils::share(kolt::Cache::create());
     std::wstring warnings;
-    auto const geometry = FuzzCodec::decode(
-        std::string(reinterpret_cast<char const*>(data), size), cache.get(), warnings);
+    auto const geometry = FuzzCodec::decode(std::string(reinterpret_cast<char const*>(data), size),
+                                            cache.get(), warnings);
     if (!geometry)
         return 0;
 

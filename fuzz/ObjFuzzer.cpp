@@ -50,8 +50,8 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     auto const cache = koltx::KOLTUtils::share(kolt::Cache::create());
     std::wstring warnings;
     try {
-        for (auto const& mesh : ObjReader::read((scratch.path / "input.obj").string(),
-                                                cache.get(), warnings)) {
+        for (auto const& mesh :
+             ObjReader::read((scratch.path / "input.obj").string(), cache.get(), warnings)) {
             fuzzCheck(mesh != nullptr);
             for (uint32_t f = 0; f < mesh->getFaceCount(); ++f)
                 for (uint32_t i = 0; i < mesh->getFaceVertexCount(f); ++i)

@@ -34,9 +34,9 @@ status=0
 (cd "$work" && "$build/bin/${target}_fuzzer" "${flags[@]}" "$work") >"$log" 2>&1 || status=$?
 after=$(find "$findings" -type f | wc -l)
 
-runs=$(grep -o 'stat::number_of_executed_units: *[0-9]*' "$log" | grep -o '[0-9]*$' | tail -1)
-[ -n "$runs" ] || runs=$(grep -oE '^#[0-9]+' "$log" | tail -1 | tr -d '#')
-cov=$(grep -oE 'cov: [0-9]+ ft: [0-9]+' "$log" | tail -1)
+runs=$(grep -o 'stat::number_of_executed_units: *[0-9]*' "$log" | grep -o '[0-9]*$' | tail -1 || true)
+[ -n "$runs" ] || runs=$(grep -oE '^#[0-9]+' "$log" | tail -1 | tr -d '#' || true)
+cov=$(grep -oE 'cov: [0-9]+ ft: [0-9]+' "$log" | tail -1 || true)
 corpus=$(find "$work" -type f | wc -l)
 echo "target:   $target (${minutes} min, exit $status)"
 echo "runs:     ${runs:-?}"

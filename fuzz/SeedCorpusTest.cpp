@@ -37,12 +37,12 @@ int runDirectory(std::filesystem::path const& dir) {
 
 } // namespace
 
-TEST(SeedCorpus, CheckedInSeedsRunClean) {
+TEST(KOLT_FUZZ_SUITE, CheckedInSeedsRunClean) {
     EXPECT_GE(runDirectory(std::filesystem::path(KOLT_FUZZ_CORPUS_DIR)), 5);
 }
 
 #if KOLT_FUZZ_SHARED_TESTDATA
-TEST(SeedCorpus, SharedTestFilesRunClean) {
+TEST(KOLT_FUZZ_SUITE, SharedTestFilesRunClean) {
     REQUIRE_TESTDATA();
     EXPECT_GT(runDirectory(testsupport::testDataDir()), 100);
 }

@@ -3,4 +3,4 @@
 # east const included). Prints the offending places; `clang-format -i FILE` fixes them.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-git ls-files -z '*.cpp' '*.h' '*.inc' | xargs -0 -P "$(nproc)" -n 40 clang-format --dry-run --Werror
+git ls-files -z '*.cpp' '*.h' | xargs -0 -P "$(nproc)" -n 40 clang-format --dry-run --Werror

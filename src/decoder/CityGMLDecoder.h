@@ -26,7 +26,9 @@ class Texture;
 
 // Reads one CityGML file into one host geometry: a mesh per CityGML geometry with polygons,
 // named by its mesh path, plus the first root object's attributes and spatial reference.
-// Serves one thread at a time; materials and textures stay cached for the decoder's life.
+// Serves one thread at a time. Materials and textures stay cached for the decoder's whole life,
+// across decodes, and nothing is ever evicted, on purpose: the codec's rules make the caches
+// grow with the decoder, so a host that wants the memory back drops the decoder.
 class CityGMLDecoder : public koltx::GeometryDecoder {
 public:
     CityGMLDecoder();

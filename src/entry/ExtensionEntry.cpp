@@ -15,7 +15,8 @@ extern "C" {
 
 KOLT_EXPORT void registerExtensionFactories(koltx::ExtensionManager* manager) {
     // Nothing may reach the host: a failure is logged and what was not reached stays
-    // unregistered. The decoder always goes first.
+    // unregistered. The decoder always goes first. The log text says "FBX" although this is the
+    // CityGML codec: the codec's rules fix that text word for word, so it is not corrected.
     try {
         if (CityGMLDecoderFactory::getInstance() == nullptr)
             CityGMLDecoderFactory::setInstance(CityGMLDecoderFactory::createInstance());
@@ -38,6 +39,7 @@ KOLT_EXPORT int32_t getVersionMajor() {
     return 3;
 }
 
-// Major and minor are one function under two names.
+// Major and minor are one function under two names on purpose: the codec's interface requires
+// both exports to answer 3, and one symbol under two names guarantees they never drift apart.
 KOLT_EXPORT int32_t getVersionMinor() __attribute__((alias("getVersionMajor")));
 }

@@ -119,6 +119,9 @@ NamespaceMap buildNamespaces(const std::set<std::wstring>& usedPrefixes, std::in
             result[prefix] = found->second.first;
     }
     const std::wstring location = buildSchemaLocation(result, version);
+    // Kept among the namespace declarations on purpose, so it comes out as
+    // "xmlns:schemaLocation" and never as "xsi:schemaLocation": the codec's documents are
+    // defined that way; our schema tests list it as a known deviation.
     if (!location.empty())
         result[L"schemaLocation"] = location;
     for (const auto& row : namespaceTableFor(version))

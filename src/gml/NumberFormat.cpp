@@ -1,9 +1,11 @@
 #include "gml/NumberFormat.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <limits>
 #include <stdexcept>
 
 namespace gml {
@@ -84,7 +86,13 @@ std::string integerForm(std::int64_t value) {
 }
 
 int coordinatePrecisionFor(double vertexPrecision) {
-    return static_cast<int>(std::ceil(std::fabs(std::log10(vertexPrecision)) - 1e-8));
+    double const digits = std::ceil(std::fabs(std::log10(vertexPrecision)) - 1e-8);
+    // Converting NaN or a value beyond int to int is undefined. Validated options never hold
+    // such a precision (the host refuses values that are not finite, the range is clamped); a
+    // stray NaN still gets the default's 3 decimals and a huge value the largest int.
+    if (std::isnan(digits))
+        return 3;
+    return static_cast<int>(std::min(digits, double(std::numeric_limits<int>::max())));
 }
 
 } // namespace gml

@@ -14,8 +14,9 @@ namespace gml {
 // XML attributes of one start tag; the map order is the order in the document.
 using AttributeTable = std::map<std::wstring, std::wstring>;
 
-// The one object through which all XML of a document goes. It prints and never escapes:
-// callers are answerable for what their strings hold.
+// The one object through which all XML of a document goes. It prints and never escapes, on
+// purpose: the codec's output is defined byte for byte from the strings it is given, so callers
+// (our tool, for one) are answerable for what their strings hold.
 class XmlWriter {
 public:
     XmlWriter(std::ostream& stream, std::int32_t version, std::int32_t coordinatePrecision);

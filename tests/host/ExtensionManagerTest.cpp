@@ -11,11 +11,15 @@
 #include <ScratchDir.h>
 #include <gtest/gtest.h>
 
+#include <dlfcn.h>
+
 #include <algorithm>
+#include <atomic>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <thread>
 
 namespace fs = std::filesystem;
 using koltx::ExtensionManager;
@@ -115,6 +119,30 @@ TEST(ExtensionManager, LoadsLibraryAndCreatesExtensionsByIdAndExtension) {
     auto* defaultEncoder = dynamic_cast<koltx::Encoder*>(plain.get());
     ASSERT_NE(defaultEncoder, nullptr);
     EXPECT_EQ(std::wstring(defaultEncoder->getOptions()->getString(L"name")), L"summary.txt");
+}
+
+TEST(ExtensionManager, TwoThreadsLoadingOneLibraryRegisterItOnce) {
+    ExtensionManager().loadExtensionLibrary(TEST_EXTENSION_GOOD);
+    void* library = dlopen(TEST_EXTENSION_GOOD, RTLD_NOW | RTLD_NOLOAD);
+    ASSERT_NE(library, nullptr);
+    auto const registrations = reinterpret_cast<int (*)()>(dlsym(library, "registrationCount"));
+    ASSERT_NE(registrations, nullptr);
+    int const before = registrations();
+    int const rounds = 200;
+    for (int round = 0; round < rounds; ++round) {
+        ExtensionManager manager;
+        std::atomic<int> waiting{2};
+        auto const load = [&] {
+            for (--waiting; waiting > 0;) {
+            }
+            manager.loadExtensionLibrary(TEST_EXTENSION_GOOD);
+        };
+        std::thread first(load), second(load);
+        first.join();
+        second.join();
+    }
+    EXPECT_EQ(registrations() - before, rounds);
+    dlclose(library);
 }
 
 TEST(ExtensionManager, RefusesLibrariesWithoutExportsOrWithAnotherVersion) {

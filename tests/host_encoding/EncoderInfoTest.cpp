@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cwchar>
 #include <memory>
 #include <string>
@@ -179,4 +180,18 @@ TEST(EncoderInfo, WrongTypeOrFailingValidatorIsAnErrorNamingTheKey) {
     EXPECT_FALSE(fixture.validate(boom.get(), &status));
     EXPECT_EQ(status, kolt::STATUS_UNSPECIFIED_ERROR);
     EXPECT_THROW(fixture.validate(boom.get(), nullptr), koltx::StatusException);
+}
+
+TEST(EncoderInfo, FloatOptionsThatAreNotFiniteAreRefused) {
+    Info const fixture;
+    for (auto fill : {+[](kolt::AttributeMapBuilder& b) { b.setFloat(L"precision", std::nan("")); },
+                      +[](kolt::AttributeMapBuilder& b) { b.setFloat(L"precision", -HUGE_VAL); },
+                      +[](kolt::AttributeMapBuilder& b) {
+                          double const offset[3] = {0, HUGE_VAL, 0};
+                          b.setFloatArray(L"offset", offset, 3);
+                      }}) {
+        kolt::Status status = 0;
+        EXPECT_FALSE(fixture.validate(given(fill).get(), &status));
+        EXPECT_EQ(status, kolt::STATUS_ILLEGAL_VALUE);
+    }
 }

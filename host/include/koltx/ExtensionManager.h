@@ -43,8 +43,8 @@ public:
     // Loads the extension library at `path` (UTF-8) and lets it register its factories. Throws
     // koltx::StatusException(STATUS_EXTENSION_LOAD_FAILED) with a message naming the file when
     // it cannot be opened, lacks an export or has an unsupported version; nothing is registered
-    // then. A registration that throws gives the same error. Loading the same file again does
-    // nothing.
+    // then. A registration that throws gives the same error. Loading the same file again, also
+    // from another thread at the same time, does nothing.
     void loadExtensionLibrary(std::string const& path);
     // Loads every "*.so" file of `directory` that exports registerExtensionFactories; returns
     // the number loaded. Libraries that fail get one line each in `warnings` (may be null).
@@ -74,7 +74,12 @@ private:
         void* handle;
     };
 
+    // The best factory of that kind with the ID, or null.
+    template <typename Kind> Kind* findBest(std::wstring const& id) const;
+
     mutable std::mutex mutex;
+    // Held for a whole load; recursive, so that a registration may load a library in turn.
+    std::recursive_mutex loadMutex;
     std::vector<ExtensionFactory*> factories;
     std::vector<Library> libraries;
 };

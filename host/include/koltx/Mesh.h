@@ -1,6 +1,7 @@
 #pragma once
 
 #include "koltx/Material.h"
+#include "koltx/MeshArrays.h"
 
 #include <cstdint>
 #include <memory>
@@ -21,20 +22,22 @@ public:
     Mesh& operator=(Mesh const&) = delete;
     virtual ~Mesh();
 
-    std::wstring const& getName() const { return name; }
+    std::wstring const& getName() const { return arrays.name; }
+    // Everything at once, in the layout the encode preparation edits.
+    MeshArrays const& getArrays() const { return arrays; }
 
     // x, y, z of vertex 0, then of vertex 1, and so on.
-    std::vector<double> const& getVertexCoords() const { return vertexCoords; }
-    uint32_t getVertexCount() const { return static_cast<uint32_t>(vertexCoords.size() / 3); }
+    std::vector<double> const& getVertexCoords() const { return arrays.coords; }
+    uint32_t getVertexCount() const { return static_cast<uint32_t>(arrays.coords.size() / 3); }
 
-    uint32_t getFaceCount() const { return static_cast<uint32_t>(faceVertexOffsets.size() - 1); }
+    uint32_t getFaceCount() const { return static_cast<uint32_t>(arrays.faceOffsets.size() - 1); }
     uint32_t const* getFaceVertexIndices(uint32_t face) const;
     uint32_t getFaceVertexCount(uint32_t face) const;
     // All faces' vertex indices back to back; face f owns [offsets[f], offsets[f + 1]).
-    std::vector<uint32_t> const& getVertexIndices() const { return vertexIndices; }
-    std::vector<uint32_t> const& getFaceVertexOffsets() const { return faceVertexOffsets; }
+    std::vector<uint32_t> const& getVertexIndices() const { return arrays.indices; }
+    std::vector<uint32_t> const& getFaceVertexOffsets() const { return arrays.faceOffsets; }
 
-    uint32_t getUVSetCount() const { return static_cast<uint32_t>(uvSets.size()); }
+    uint32_t getUVSetCount() const { return static_cast<uint32_t>(arrays.uvSets.size()); }
     // u, v of each texture vertex of the set; empty for a set that does not exist.
     std::vector<double> const& getUVCoords(uint32_t uvSet) const;
     // Null and 0 when the face has no UVs in the set.
@@ -44,33 +47,19 @@ public:
     uint32_t const* getFaceHoleIndices(uint32_t face) const;
     uint32_t getFaceHoleCount(uint32_t face) const;
     // True if any face has holes.
-    bool hasHoles() const { return !holeIndices.empty(); }
+    bool hasHoles() const { return !arrays.holes.empty(); }
     // True if the face is listed as a hole of another face.
     bool isHoleFace(uint32_t face) const;
 
-    std::vector<uint32_t> const& getFaceMaterialIndices() const { return faceMaterialIndices; }
-    std::vector<std::shared_ptr<Material>> const& getMaterials() const { return materials; }
+    std::vector<uint32_t> const& getFaceMaterialIndices() const { return arrays.faceMaterials; }
+    std::vector<std::shared_ptr<Material>> const& getMaterials() const { return arrays.materials; }
 
 private:
     friend class MeshBuilder;
     Mesh() = default;
 
-    struct UVSet {
-        std::vector<double> coords;
-        std::vector<uint32_t> faceOffsets;
-        std::vector<uint32_t> indices;
-    };
-
-    std::wstring name;
-    std::vector<double> vertexCoords;
-    std::vector<uint32_t> faceVertexOffsets{0};
-    std::vector<uint32_t> vertexIndices;
-    std::vector<UVSet> uvSets;
-    std::vector<uint32_t> faceHoleOffsets{0};
-    std::vector<uint32_t> holeIndices;
-    std::vector<bool> holeFaces;
-    std::vector<uint32_t> faceMaterialIndices;
-    std::vector<std::shared_ptr<Material>> materials;
+    MeshArrays arrays;
+    std::vector<bool> holeFaces; // true for a face that is another face's hole
 };
 
 using MeshPtr = std::shared_ptr<Mesh>;

@@ -17,6 +17,7 @@
 #include "koltx/StatusException.h"
 #include "koltx/Texture.h"
 
+#include <atomic>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -26,6 +27,8 @@
 #endif
 
 namespace {
+
+std::atomic<int> registrations{0};
 
 class PointsDecoder : public koltx::GeometryDecoder {
 public:
@@ -144,6 +147,7 @@ registerExtensionFactories(koltx::ExtensionManager* manager) {
     (void)manager;
     throw std::runtime_error("no factories today");
 #else
+    ++registrations;
     if (PointsDecoderFactory::getInstance() == nullptr)
         PointsDecoderFactory::setInstance(new PointsDecoderFactory());
     manager->registerFactory(PointsDecoderFactory::getInstance());
@@ -154,4 +158,9 @@ registerExtensionFactories(koltx::ExtensionManager* manager) {
 }
 
 __attribute__((visibility("default"))) void unregisterExtensionFactories() {}
+
+// How often the library registered itself, for the test that loads it from two threads at once.
+__attribute__((visibility("default"))) int registrationCount() {
+    return registrations;
+}
 }

@@ -2,6 +2,7 @@
 
 #include "koltx/Material.h"
 #include "koltx/Mesh.h"
+#include "koltx/MeshArrays.h"
 
 #include <array>
 #include <cstdint>
@@ -11,26 +12,9 @@
 
 namespace koltx {
 
-// A mesh in editable flat arrays, the working form of the encode preparation. Faces own ranges
-// of `indices` through `faceOffsets`; per UV set each face owns a range of UV indices, empty or
-// as long as its vertex range.
-struct MeshData {
-    struct UVSet {
-        std::vector<double> coords;
-        std::vector<uint32_t> faceOffsets{0};
-        std::vector<uint32_t> indices;
-    };
-
-    std::wstring name;
-    std::vector<double> coords;
-    std::vector<uint32_t> faceOffsets{0};
-    std::vector<uint32_t> indices;
-    std::vector<UVSet> uvSets;
-    std::vector<uint32_t> holeOffsets{0};
-    std::vector<uint32_t> holes;
-    std::vector<uint32_t> faceMaterials;
-    std::vector<std::shared_ptr<Material>> materials;
-
+// A mesh in the editable form of the encode preparation: the arrays of a Mesh, with the
+// operations that the preparation applies to them.
+struct MeshData : MeshArrays {
     static MeshData fromMesh(Mesh const& mesh);
     std::shared_ptr<Mesh> toMesh() const;
 

@@ -11,38 +11,7 @@ namespace koltx {
 
 MeshData MeshData::fromMesh(Mesh const& mesh) {
     MeshData data;
-    data.name = mesh.getName();
-    data.coords = mesh.getVertexCoords();
-    data.faceOffsets = mesh.getFaceVertexOffsets();
-    data.indices = mesh.getVertexIndices();
-    uint32_t const faces = mesh.getFaceCount();
-    data.uvSets.resize(mesh.getUVSetCount());
-    for (uint32_t s = 0; s < mesh.getUVSetCount(); ++s) {
-        UVSet& set = data.uvSets[s];
-        set.coords = mesh.getUVCoords(s);
-        set.faceOffsets.reserve(size_t(faces) + 1);
-        for (uint32_t f = 0; f < faces; ++f) {
-            uint32_t const n = mesh.getFaceUVCount(f, s);
-            uint32_t const* uv = mesh.getFaceUVIndices(f, s);
-            if (n > 0)
-                set.indices.insert(set.indices.end(), uv, uv + n);
-            set.faceOffsets.push_back(static_cast<uint32_t>(set.indices.size()));
-        }
-    }
-    if (mesh.hasHoles()) {
-        data.holeOffsets.reserve(size_t(faces) + 1);
-        for (uint32_t f = 0; f < faces; ++f) {
-            uint32_t const n = mesh.getFaceHoleCount(f);
-            uint32_t const* h = mesh.getFaceHoleIndices(f);
-            if (n > 0)
-                data.holes.insert(data.holes.end(), h, h + n);
-            data.holeOffsets.push_back(static_cast<uint32_t>(data.holes.size()));
-        }
-    } else {
-        data.holeOffsets.assign(size_t(faces) + 1, 0);
-    }
-    data.faceMaterials = mesh.getFaceMaterialIndices();
-    data.materials = mesh.getMaterials();
+    static_cast<MeshArrays&>(data) = mesh.getArrays();
     return data;
 }
 

@@ -135,11 +135,11 @@ std::shared_ptr<Mesh> MeshBuilder::createSharedAndReset(std::wstring* /*warnings
         fail(name, badFace, "no such face (the mesh has " + std::to_string(faceCount) + ")");
 
     std::shared_ptr<Mesh> mesh(new Mesh());
-    mesh->name = name;
-    mesh->vertexCoords = std::move(vertexCoords);
+    mesh->arrays.name = name;
+    mesh->arrays.coords = std::move(vertexCoords);
     uint32_t const vertexCount = mesh->getVertexCount();
 
-    groupByFace(faceCount, indexFaces, indexValues, mesh->faceVertexOffsets, mesh->vertexIndices);
+    groupByFace(faceCount, indexFaces, indexValues, mesh->arrays.faceOffsets, mesh->arrays.indices);
     for (uint32_t face = 0; face < faceCount; ++face) {
         uint32_t const count = mesh->getFaceVertexCount(face);
         if (count < 3)
@@ -150,9 +150,9 @@ std::shared_ptr<Mesh> MeshBuilder::createSharedAndReset(std::wstring* /*warnings
                 fail(name, face, "vertex index " + std::to_string(indices[i]) + " out of range");
     }
 
-    mesh->uvSets.resize(uvSets.size());
+    mesh->arrays.uvSets.resize(uvSets.size());
     for (size_t set = 0; set < uvSets.size(); ++set) {
-        auto& target = mesh->uvSets[set];
+        auto& target = mesh->arrays.uvSets[set];
         target.coords = std::move(uvSets[set].coords);
         groupByFace(faceCount, uvSets[set].faces, uvSets[set].indices, target.faceOffsets,
                     target.indices);
@@ -171,11 +171,12 @@ std::shared_ptr<Mesh> MeshBuilder::createSharedAndReset(std::wstring* /*warnings
         }
     }
 
-    groupByFace(faceCount, holeFaces, holeValues, mesh->faceHoleOffsets, mesh->holeIndices);
+    groupByFace(faceCount, holeFaces, holeValues, mesh->arrays.holeOffsets, mesh->arrays.holes);
     mesh->holeFaces.assign(faceCount, false);
     for (uint32_t face = 0; face < faceCount; ++face) {
-        for (uint32_t i = mesh->faceHoleOffsets[face]; i < mesh->faceHoleOffsets[face + 1]; ++i) {
-            uint32_t const hole = mesh->holeIndices[i];
+        for (uint32_t i = mesh->arrays.holeOffsets[face]; i < mesh->arrays.holeOffsets[face + 1];
+             ++i) {
+            uint32_t const hole = mesh->arrays.holes[i];
             if (hole >= faceCount || hole == face)
                 fail(name, face, "hole face " + std::to_string(hole) + " is not another face");
             if (mesh->holeFaces[hole])
@@ -193,8 +194,8 @@ std::shared_ptr<Mesh> MeshBuilder::createSharedAndReset(std::wstring* /*warnings
         if (faceMaterialIndices[face] >= materials.size())
             fail(name, face,
                  "material index " + std::to_string(faceMaterialIndices[face]) + " out of range");
-    mesh->faceMaterialIndices = std::move(faceMaterialIndices);
-    mesh->materials = std::move(materials);
+    mesh->arrays.faceMaterials = std::move(faceMaterialIndices);
+    mesh->arrays.materials = std::move(materials);
     return mesh;
 }
 

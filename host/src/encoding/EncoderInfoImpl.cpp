@@ -6,6 +6,8 @@
 #include "koltx/LogFormatter.h"
 #include "koltx/StatusException.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cwchar>
 #include <string>
 #include <utility>
@@ -37,6 +39,18 @@ char const* typeName(kolt::PrimitiveType type) {
     default:
         return "undefined";
     }
+}
+
+// A float option that is not a finite number means nothing to any encoder (a precision of NaN
+// would pass every range check), so it never reaches one.
+bool isFinite(kolt::AttributeMap const& from, wchar_t const* key, kolt::PrimitiveType type) {
+    if (type == kolt::PT_FLOAT)
+        return std::isfinite(from.getFloat(key));
+    if (type != kolt::PT_FLOAT_ARRAY)
+        return true;
+    size_t count = 0;
+    double const* values = from.getFloatArray(key, &count);
+    return std::all_of(values, values + count, [](double v) { return std::isfinite(v); });
 }
 
 void copyValue(kolt::AttributeMap const& from, wchar_t const* key, kolt::PrimitiveType type,
@@ -158,6 +172,12 @@ void EncoderInfoImpl::createValidatedOptions(kolt::AttributeMap const* options,
                 fail(status, kolt::STATUS_KEY_TYPE_MISMATCH,
                      "Encoder '" + id + "': option '" + kolt::StringUtils::toUTF8(keys[i]) +
                          "' is " + typeName(given) + ", expected " + typeName(expected));
+                return;
+            }
+            if (!isFinite(*options, keys[i], given)) {
+                fail(status, kolt::STATUS_ILLEGAL_VALUE,
+                     "Encoder '" + id + "': option '" + kolt::StringUtils::toUTF8(keys[i]) +
+                         "' is not a finite number");
                 return;
             }
             copyValue(*options, keys[i], given, *merged);

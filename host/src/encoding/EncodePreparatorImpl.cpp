@@ -1,7 +1,5 @@
 #include "EncodePreparatorImpl.h"
 
-#include "FaceTriangulator.h"
-#include "MeshData.h"
 #include "kolt/AttributeMap.h"
 #include "kolt/AttributeMapBuilder.h"
 #include "kolt/StringUtils.h"
@@ -9,6 +7,8 @@
 #include "koltx/GeometryBuilder.h"
 #include "koltx/InitialShape.h"
 #include "koltx/LogFormatter.h"
+#include "meshes/FaceTriangulator.h"
+#include "meshes/MeshData.h"
 
 #include <stdexcept>
 #include <utility>

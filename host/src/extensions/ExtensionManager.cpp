@@ -1,7 +1,7 @@
 #include "koltx/ExtensionManager.h"
 
-#include "BuiltinEncoders.h"
-#include "EncoderInfoView.h"
+#include "encoding/EncoderInfoView.h"
+#include "images/BuiltinEncoders.h"
 #include "kolt/EncoderInfo.h"
 #include "kolt/StringUtils.h"
 #include "koltx/StatusException.h"
@@ -73,6 +73,8 @@ void ExtensionManager::loadExtensionLibrary(std::string const& path) {
     auto const resolved = std::filesystem::weakly_canonical(path, error);
     if (!error)
         canonical = resolved.string();
+    // One load at a time, so that two threads loading one library register it once.
+    std::lock_guard<std::recursive_mutex> loading(loadMutex);
     {
         std::lock_guard<std::mutex> lock(mutex);
         for (auto const& library : libraries)
@@ -158,37 +160,28 @@ std::vector<ExtensionFactory*> ExtensionManager::getFactories() const {
     return factories;
 }
 
-ExtensionFactory* ExtensionManager::getFactory(std::wstring const& id) const {
+template <typename Kind> Kind* ExtensionManager::findBest(std::wstring const& id) const {
     std::lock_guard<std::mutex> lock(mutex);
-    ExtensionFactory* best = nullptr;
-    for (auto* factory : factories)
-        if (factory->getID() == id && (best == nullptr || factory->getMerit() > best->getMerit()))
-            best = factory;
+    Kind* best = nullptr;
+    for (auto* factory : factories) {
+        auto* candidate = dynamic_cast<Kind*>(factory);
+        if (candidate != nullptr && candidate->getID() == id &&
+            (best == nullptr || candidate->getMerit() > best->getMerit()))
+            best = candidate;
+    }
     return best;
+}
+
+ExtensionFactory* ExtensionManager::getFactory(std::wstring const& id) const {
+    return findBest<ExtensionFactory>(id);
 }
 
 DecoderFactory* ExtensionManager::getDecoderFactory(std::wstring const& id) const {
-    std::lock_guard<std::mutex> lock(mutex);
-    DecoderFactory* best = nullptr;
-    for (auto* factory : factories) {
-        auto* decoder = dynamic_cast<DecoderFactory*>(factory);
-        if (decoder != nullptr && decoder->getID() == id &&
-            (best == nullptr || decoder->getMerit() > best->getMerit()))
-            best = decoder;
-    }
-    return best;
+    return findBest<DecoderFactory>(id);
 }
 
 EncoderFactory* ExtensionManager::getEncoderFactory(std::wstring const& id) const {
-    std::lock_guard<std::mutex> lock(mutex);
-    EncoderFactory* best = nullptr;
-    for (auto* factory : factories) {
-        auto* encoder = dynamic_cast<EncoderFactory*>(factory);
-        if (encoder != nullptr && encoder->getID() == id &&
-            (best == nullptr || encoder->getMerit() > best->getMerit()))
-            best = encoder;
-    }
-    return best;
+    return findBest<EncoderFactory>(id);
 }
 
 std::vector<DecoderFactory*>

@@ -1,11 +1,11 @@
+#include "Process.h"
+#include "ScratchDir.h"
 #include "TestData.h"
 
 #include <gtest/gtest.h>
 #include <tiny_obj_loader.h>
 
-#include <cstdlib>
 #include <filesystem>
-#include <unistd.h>
 
 namespace fs = std::filesystem;
 
@@ -13,14 +13,14 @@ namespace {
 
 // An independent OBJ reader takes the converted example as we mean it.
 TEST(ObjOutput, AnOrdinaryObjReaderSeesTheExample) {
-    fs::path const dir = fs::temp_directory_path() / ("objout_" + std::to_string(getpid()));
-    fs::remove_all(dir);
-    fs::create_directories(dir);
+    testsupport::ScratchDir dir("objout");
     fs::path const tool = fs::read_symlink("/proc/self/exe").parent_path() / "gmlcodec";
     fs::path const example = testsupport::sourceDir() / "examples" / "small_house.gml";
-    std::string const command = "'" + tool.string() + "' convert '" + example.string() + "' '" +
-                                (dir / "house.obj").string() + "' >/dev/null 2>&1";
-    ASSERT_EQ(std::system(command.c_str()), 0);
+    ASSERT_EQ(testsupport::runCommand(testsupport::quote(tool.string()) + " convert " +
+                                      testsupport::quote(example.string()) + " " +
+                                      testsupport::quote((dir / "house.obj").string()))
+                  .status,
+              0);
 
     tinyobj::ObjReaderConfig config;
     config.triangulate = false;
@@ -48,7 +48,6 @@ TEST(ObjOutput, AnOrdinaryObjReaderSeesTheExample) {
     EXPECT_FLOAT_EQ(materials[2].diffuse[0], 0.6f);
     EXPECT_FLOAT_EQ(materials[2].shininess, 25.6f);
     EXPECT_EQ(shapes[3].mesh.material_ids, (std::vector<int>{2, 2}));
-    fs::remove_all(dir);
 }
 
 } // namespace

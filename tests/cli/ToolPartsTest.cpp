@@ -4,6 +4,7 @@
 #include "Json.h"
 #include "ProgressBar.h"
 #include "ReaderDiagnostics.h"
+#include "ScratchDir.h"
 #include "UsageError.h"
 #include "XmlSafe.h"
 
@@ -13,7 +14,6 @@
 #include <filesystem>
 #include <limits>
 #include <sstream>
-#include <unistd.h>
 
 namespace fs = std::filesystem;
 
@@ -95,9 +95,8 @@ TEST(ProgressBar, RedrawsOnlyOnVisibleChange) {
 }
 
 TEST(AtomicFile, AppearsOnlyWhenCommitted) {
-    fs::path const dir = fs::temp_directory_path() / ("atomic_" + std::to_string(getpid()));
-    fs::remove_all(dir);
-    fs::create_directories(dir);
+    testsupport::ScratchDir scratch("atomic");
+    fs::path const dir = scratch.path();
     {
         AtomicFile file(dir / "a.txt");
         file.stream() << "half";
@@ -112,7 +111,6 @@ TEST(AtomicFile, AppearsOnlyWhenCommitted) {
     EXPECT_EQ(std::distance(fs::directory_iterator(dir), fs::directory_iterator()), 1);
     EXPECT_EQ(fs::file_size(dir / "b.txt"), 5u);
     EXPECT_THROW(AtomicFile(dir / "missing" / "c.txt"), std::runtime_error);
-    fs::remove_all(dir);
 }
 
 TEST(XmlSafe, EveryStringBecomesWellFormed) {

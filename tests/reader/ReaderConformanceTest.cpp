@@ -1,15 +1,13 @@
 // Compares what our reader finds in the shared CityGML files with independent readings: Debian's
 // libcitygml for CityGML 1.0 and 2.0, and an XPath count of surface elements for 3.0.
+#include "Files.h"
+#include "Process.h"
 #include "TestData.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <regex>
 #include <set>
@@ -21,31 +19,12 @@ namespace fs = std::filesystem;
 
 namespace {
 
-struct ProcessResult {
-    int status = -1;
-    std::string out;
-};
-
-ProcessResult runCommand(std::string const& command) {
-    ProcessResult r;
-    FILE* pipe = popen((command + " 2>/dev/null").c_str(), "r");
-    if (!pipe)
-        return r;
-    std::array<char, 4096> buffer{};
-    std::size_t n = 0;
-    while ((n = fread(buffer.data(), 1, buffer.size(), pipe)) > 0)
-        r.out.append(buffer.data(), n);
-    r.status = pclose(pipe);
-    return r;
-}
+using testsupport::ProcessResult;
+using testsupport::readFile;
+using testsupport::runCommand;
 
 std::string quote(fs::path const& p) {
-    return "'" + p.string() + "'";
-}
-
-std::string readFile(fs::path const& p) {
-    std::ifstream in(p, std::ios::binary);
-    return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    return testsupport::quote(p.string());
 }
 
 // The CityGML version by the namespace URIs a file declares; 0 if it declares none.
@@ -179,13 +158,8 @@ TEST(ReaderConformance, Version3FilesReadEveryPolygon) {
                 ++expected;
         ProcessResult ours = runCommand(std::string(READER_COUNTS_EXE) + " " + quote(file));
         ASSERT_EQ(ours.status, 0);
-        std::istringstream lines(ours.out);
-        std::string key;
-        long value = 0;
-        long polygons = -1;
-        while (lines >> key >> value)
-            if (key == "polygons")
-                polygons = value;
+        auto const counts = parseCounts(ours.out);
+        long const polygons = counts.count("polygons") ? counts.at("polygons") : -1;
         // Polygons the reader drops on purpose, by file.
         static std::map<std::string, long> const dropped = {
             // One polygon's only exterior ring has fewer than four positions.

@@ -1,5 +1,6 @@
 // Untrusted input: every drop is told with its reason, id and line; documents built to exhaust
 // memory or time are refused with a clear error.
+#include "Files.h"
 #include "ReaderTestUtil.h"
 #include "TestData.h"
 
@@ -8,7 +9,6 @@
 #include <sys/resource.h>
 
 #include <chrono>
-#include <fstream>
 
 using namespace readertest;
 
@@ -24,8 +24,7 @@ public:
 };
 
 std::string dataFile(std::string const& name) {
-    std::ifstream in(testsupport::sourceDir() / "tests/data/reader" / name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    return testsupport::readFile(testsupport::dataFile("reader/" + name));
 }
 
 std::string nested(int levels, std::string const& open, std::string const& close) {

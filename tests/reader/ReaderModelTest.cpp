@@ -1,208 +1,155 @@
+// What the reader makes of small documents, written out as text and compared with golden files:
+// objects and their paths, geometries, rings, attributes, envelopes and appearances.
+#include "Files.h"
+#include "Golden.h"
 #include "ReaderTestUtil.h"
+#include "TestData.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <sstream>
+
 using namespace readertest;
-using citygml::AttributeType;
-using citygml::TVec3d;
 
 namespace {
 
-std::string ring(std::string const& positions, std::string const& kind = "exterior") {
-    return "<gml:" + kind + "><gml:LinearRing>" + positions + "</gml:LinearRing></gml:" + kind +
-           ">";
+template <class V> std::string vec(V const& v) {
+    std::ostringstream s;
+    s << v.x << " " << v.y;
+    if constexpr (sizeof(v) / sizeof(v.x) == 3)
+        s << " " << v.z;
+    return s.str();
 }
 
-std::string building(std::string const& surfaceMembers, std::string const& extra = "") {
-    return model2(
-        "<core:cityObjectMember><bldg:Building gml:id=\"b\">" + extra +
-        "<bldg:lod2MultiSurface><gml:MultiSurface gml:id=\"ms\">" + surfaceMembers +
-        "</gml:MultiSurface></bldg:lod2MultiSurface></bldg:Building></core:cityObjectMember>");
+std::string idOf(citygml::Object const& o) {
+    return o.hasGeneratedId() ? "(generated)" : std::string(o.getId());
 }
 
-std::string member(std::string const& polygonBody, std::string const& id = "") {
-    return "<gml:surfaceMember><gml:Polygon" + (id.empty() ? "" : " gml:id=\"" + id + "\"") + ">" +
-           polygonBody + "</gml:Polygon></gml:surfaceMember>";
+void describeRing(std::ostream& out, citygml::LinearRing const& r) {
+    out << "      " << (r.isExterior() ? "exterior" : "interior") << " " << idOf(r) << ":";
+    for (auto const& v : r.getVertices())
+        out << " (" << vec(v) << ")";
+    out << "\n";
+}
+
+void describeAppearance(std::ostream& out, citygml::Polygon const& p,
+                        std::vector<std::string> const& themes) {
+    for (bool front : {true, false}) {
+        auto tex = p.getAllTextureThemes(front), mat = p.getAllMaterialThemes(front);
+        if (tex.empty() && mat.empty())
+            continue;
+        out << "      " << (front ? "front" : "back") << " textures:";
+        for (auto const& t : tex)
+            out << " " << t;
+        out << " materials:";
+        for (auto const& t : mat)
+            out << " " << t;
+        out << "\n";
+        for (auto const& theme : themes) {
+            if (auto m = p.getMaterialFor(theme, front))
+                out << "        " << theme << " material " << idOf(*m) << " diffuse "
+                    << vec(m->getDiffuse()) << " emissive " << vec(m->getEmissive()) << " specular "
+                    << vec(m->getSpecular()) << " ambient " << m->getAmbientIntensity()
+                    << " shininess " << m->getShininess() << " transparency "
+                    << m->getTransparency() << "\n";
+            auto def = p.getTextureTargetDefinitionForTheme(theme, front);
+            if (!def)
+                continue;
+            auto const& t = *def->getAppearance();
+            out << "        " << theme << " texture " << idOf(t) << " " << t.getType() << " "
+                << t.getUrl() << " " << t.getMimeType() << "\n";
+            auto rings = p.interiorRings();
+            rings.insert(rings.begin(), p.exteriorRing());
+            for (auto const& ring : rings)
+                if (auto c = def->getTextureCoordinatesForID(ring->getId())) {
+                    out << "          " << ring->getId() << ":";
+                    for (auto const& uv : c->getCoords())
+                        out << " (" << vec(uv) << ")";
+                    out << "\n";
+                }
+        }
+    }
+}
+
+void describeGeometry(std::ostream& out, citygml::Geometry const& g, std::string const& indent,
+                      std::vector<std::string> const& themes) {
+    out << indent << "geometry " << pathOf(g) << " " << g.getTypeAsString() << " lod " << g.getLOD()
+        << " srs '" << g.getSRSName() << "'\n";
+    for (unsigned i = 0; i < g.getPolygonsCount(); ++i) {
+        auto p = g.getPolygon(i);
+        out << indent << "  polygon " << idOf(*p) << "\n";
+        describeRing(out, *p->exteriorRing());
+        for (auto const& r : p->interiorRings())
+            describeRing(out, *r);
+        describeAppearance(out, *p, themes);
+    }
+    for (unsigned i = 0; i < g.getGeometriesCount(); ++i)
+        describeGeometry(out, g.getGeometry(i), indent + "  ", themes);
+}
+
+void describeEnvelope(std::ostream& out, citygml::Envelope const& e, std::string const& indent) {
+    out << indent << "envelope '" << e.srsName() << "' "
+        << (e.validBounds() ? vec(e.getLowerBound()) + " / " + vec(e.getUpperBound()) : "invalid")
+        << "\n";
+}
+
+void describeObject(std::ostream& out, citygml::CityObject const& o, std::string const& indent,
+                    std::vector<std::string> const& themes) {
+    out << indent << "object " << pathOf(o) << " " << o.getTypeAsString() << " type "
+        << static_cast<int>(o.getType()) << " id " << idOf(o) << "\n";
+    for (auto const& [name, value] : o.getAttributes())
+        out << indent << "  attribute " << name << " type " << static_cast<int>(value.getType())
+            << " '" << value.asString() << "' int " << value.asInteger(-1) << " double "
+            << value.asDouble(-1) << "\n";
+    describeEnvelope(out, o.getEnvelope(), indent + "  ");
+    for (unsigned i = 0; i < o.getGeometriesCount(); ++i)
+        describeGeometry(out, o.getGeometry(i), indent + "  ", themes);
+    for (unsigned i = 0; i < o.getChildCityObjectsCount(); ++i)
+        describeObject(out, o.getChildCityObject(i), indent + "  ", themes);
+}
+
+std::string describe(citygml::CityModel const& model) {
+    std::ostringstream out;
+    out << "version " << model.getCityGMLVersion() << "\nthemes:";
+    std::vector<std::string> themes = model.themes();
+    for (auto const& t : themes)
+        out << " " << t;
+    if (std::find(themes.begin(), themes.end(), "") == themes.end())
+        themes.insert(themes.begin(), ""); // appearances without a theme
+    out << "\n";
+    describeEnvelope(out, model.getEnvelope(), "");
+    for (auto const& [name, value] : model.getAttributes())
+        out << "attribute " << name << " '" << value.asString() << "'\n";
+    for (auto const* root : model.getRootCityObjects())
+        describeObject(out, *root, "", themes);
+    return out.str();
 }
 
 } // namespace
 
-// Bad rings are covered by the drop messages of ReaderHostile.
-TEST(ReaderModel, RingsAreClosedInEveryNotation) {
-    auto model = loadText(building(
-        member(ring("<gml:posList>0 0 0 1 0 0 1 1 0</gml:posList>")) +
-        member(ring("<gml:posList srsDimension=\"2\">0 0 1 0 1 1</gml:posList>") +
-               ring("<gml:posList srsDimension=\"2\">0 0 1 0 1 1 0 0</gml:posList>", "interior")) +
-        member(ring("<gml:coordinates>0,0,0 1,0,0 1,1,0 0,0,0</gml:coordinates>")) +
-        member(ring("<gml:pos>0 0 0</gml:pos><gml:pos>1 0 0</gml:pos><gml:pos>1 1 0</gml:pos>"))));
-    auto const& g = model->getRootCityObjects().at(0)->getGeometry(0);
-    ASSERT_EQ(g.getPolygonsCount(), 4u);
-    std::vector<TVec3d> const closed{{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 0, 0}};
-    for (unsigned i = 0; i < 4; ++i)
-        EXPECT_EQ(g.getPolygon(i)->exteriorRing()->getVertices(), closed) << i;
-    ASSERT_EQ(g.getPolygon(1)->interiorRings().size(), 1u);
-    EXPECT_FALSE(g.getPolygon(1)->interiorRings()[0]->isExterior());
-    EXPECT_EQ(g.getPolygon(1)->interiorRings()[0]->getVertices(), closed);
-}
-
-TEST(ReaderModel, SharedPolygonsAndDocumentOrder) {
-    auto model = loadText(
-        model2(R"(<core:cityObjectMember><bldg:Building gml:id="b">
-      <bldg:boundedBy><bldg:RoofSurface gml:id="r"><bldg:lod2MultiSurface><gml:MultiSurface>)" +
-               member(ring("<gml:posList>0 0 1 1 0 1 1 1 1</gml:posList>"), "roof") +
-               R"(</gml:MultiSurface></bldg:lod2MultiSurface></bldg:RoofSurface></bldg:boundedBy>
-      <bldg:boundedBy><bldg:GroundSurface gml:id="g"/></bldg:boundedBy>
-      <bldg:lod2Solid><gml:Solid><gml:exterior><gml:CompositeSurface gml:id="cs">
-        <gml:surfaceMember xlink:href="#roof"/>)" +
-               member(ring("<gml:posList>0 0 0 1 0 0 1 1 0</gml:posList>"), "own") +
-               R"(<gml:surfaceMember xlink:href="#missing"/>
-      </gml:CompositeSurface></gml:exterior></gml:Solid></bldg:lod2Solid>
-      </bldg:Building></core:cityObjectMember>
-      <core:cityObjectMember><bldg:Building gml:id="second"/></core:cityObjectMember>
-      <core:appearanceMember><app:Appearance><app:surfaceDataMember><app:X3DMaterial gml:id="m">
-      <app:target>#own</app:target></app:X3DMaterial></app:surfaceDataMember>
-      <app:surfaceDataMember><app:X3DMaterial gml:id="whole"><app:target>#cs</app:target>
-      </app:X3DMaterial></app:surfaceDataMember></app:Appearance>
-      </core:appearanceMember>)"));
-    auto roots = model->getRootCityObjects();
-    ASSERT_EQ(roots.size(), 2u);
-    EXPECT_EQ(roots[1]->getId(), "second");
-    auto const& b = *roots[0];
-    ASSERT_EQ(b.getChildCityObjectsCount(), 2u);
-    EXPECT_EQ(b.getChildCityObject(0).getId(), "r");
-    EXPECT_EQ(b.getChildCityObject(1).getId(), "g");
-    EXPECT_EQ(b.getChildCityObject(1).getTypeAsString(), "bldg:groundsurface");
-    auto const& composite = b.getGeometry(0).getGeometry(0);
-    // The shared polygon keeps its place in document order; the unresolved one is left out.
-    ASSERT_EQ(composite.getPolygonsCount(), 2u);
-    EXPECT_EQ(composite.getPolygon(0)->getId(), "roof");
-    EXPECT_EQ(composite.getPolygon(1)->getId(), "own");
-    EXPECT_EQ(composite.getPolygon(0), b.getChildCityObject(0).getGeometry(0).getPolygon(0));
-    // Appearance targets are found by id whatever shared slots stood around them.
-    EXPECT_TRUE(composite.getPolygon(1)->getMaterialFor(""));
-    EXPECT_EQ(composite.getPolygon(1)->getMaterialFor("")->getId(), "m");
-    // A material aimed at the whole surface reaches the shared polygon too, and passes over
-    // the reference that pointed nowhere.
-    EXPECT_EQ(composite.getPolygon(0)->getMaterialFor("")->getId(), "whole");
-}
-
-TEST(ReaderModel, AttributesOfEveryVersion) {
-    auto model = loadText(model2(R"(<core:cityObjectMember><bldg:Building gml:id="b">
-      <gml:name>Town hall</gml:name>
-      <gen:stringAttribute name="s"><gen:value>text</gen:value></gen:stringAttribute>
-      <gen:intAttribute name="i"><gen:value> 42 </gen:value></gen:intAttribute>
-      <gen:doubleAttribute name="d"><gen:value>2.5</gen:value></gen:doubleAttribute>
-      <gen:dateAttribute name="when"><gen:value>2020-05-01</gen:value></gen:dateAttribute>
-      <gen:uriAttribute name="u"><gen:value>http://example.org</gen:value></gen:uriAttribute>
-      <gen:measureAttribute name="m"><gen:value uom="m">3.25</gen:value></gen:measureAttribute>
-      <gen:genericAttributeSet name="set"><gen:intAttribute name="inner"><gen:value>7</gen:value>
-      </gen:intAttribute></gen:genericAttributeSet>
-      <bldg:function>1000</bldg:function><bldg:measuredHeight uom="m">12.5</bldg:measuredHeight>
-      <bldg:boundedBy><bldg:WallSurface gml:id="w"><gen:stringAttribute name="own">
-      <gen:value>wall</gen:value></gen:stringAttribute></bldg:WallSurface></bldg:boundedBy>
-      </bldg:Building></core:cityObjectMember>)"));
-    auto const& b = *model->getRootCityObjects().at(0);
-    auto const& a = b.getAttributes();
-    auto type = [&](std::string const& k) { return a.at(k).getType(); };
-    EXPECT_EQ(a.at("name").asString(), "Town hall");
-    EXPECT_EQ(type("s"), AttributeType::String);
-    EXPECT_EQ(type("i"), AttributeType::Integer);
-    EXPECT_EQ(a.at("i").asInteger(), 42);
-    EXPECT_EQ(type("d"), AttributeType::Double);
-    EXPECT_DOUBLE_EQ(a.at("d").asDouble(), 2.5);
-    EXPECT_EQ(type("when"), AttributeType::Date);
-    EXPECT_EQ(type("u"), AttributeType::Uri);
-    EXPECT_EQ(type("m"), AttributeType::Double);
-    EXPECT_EQ(a.at("inner").asInteger(), 7);
-    EXPECT_EQ(a.count("set"), 0u);
-    EXPECT_EQ(a.at("function").asString(), "1000");
-    EXPECT_EQ(type("measuredHeight"), AttributeType::String);
-    EXPECT_DOUBLE_EQ(a.at("measuredHeight").asDouble(), 12.5);
-    EXPECT_EQ(a.count("own"), 0u);
-    EXPECT_EQ(b.getChildCityObject(0).getAttributes().at("own").asString(), "wall");
-    EXPECT_EQ(static_cast<int>(AttributeType::Double), 1);
-    EXPECT_EQ(static_cast<int>(AttributeType::Integer), 2);
-    // Numbers that are not numbers give the caller's default.
-    EXPECT_EQ(a.at("s").asInteger(-1), -1);
-    EXPECT_DOUBLE_EQ(a.at("when").asDouble(9.0), 9.0);
-
-    auto v3 = loadText(R"(<core:CityModel xmlns:core="http://www.opengis.net/citygml/3.0"
-      xmlns:gen="http://www.opengis.net/citygml/generics/3.0"
-      xmlns:gml="http://www.opengis.net/gml/3.2"><core:cityObjectMember>
-      <gen:GenericOccupiedSpace gml:id="o"><core:genericAttribute><gen:IntAttribute>
-      <gen:name>floors</gen:name><gen:value>3</gen:value></gen:IntAttribute></core:genericAttribute>
-      <core:genericAttribute><gen:GenericAttributeSet><gen:name>group</gen:name><gen:value>
-      <gen:DoubleAttribute><gen:name>area</gen:name><gen:value>8.5</gen:value></gen:DoubleAttribute>
-      </gen:value></gen:GenericAttributeSet></core:genericAttribute>
-      </gen:GenericOccupiedSpace></core:cityObjectMember></core:CityModel>)");
-    auto const& o = v3->getRootCityObjects().at(0)->getAttributes();
-    EXPECT_EQ(o.at("floors").getType(), AttributeType::Integer);
-    EXPECT_EQ(o.at("floors").asInteger(), 3);
-    EXPECT_EQ(o.at("area").getType(), AttributeType::Double);
-    EXPECT_EQ(o.count("group"), 0u);
-}
-
-TEST(ReaderModel, EnvelopesAndSpatialReference) {
-    auto model = loadText(model2(R"(<gml:boundedBy><gml:Envelope srsName="EPSG:25832">
-      <gml:lowerCorner>1 2 3</gml:lowerCorner><gml:upperCorner>4 5 6</gml:upperCorner>
-      </gml:Envelope></gml:boundedBy>
-      <core:cityObjectMember><bldg:Building gml:id="a"><gml:boundedBy><gml:Envelope>
-      <gml:pos>0 0 0</gml:pos><gml:pos>1 1 1</gml:pos></gml:Envelope></gml:boundedBy>
-      <bldg:lod1MultiSurface><gml:MultiSurface srsName="EPSG:4326"/></bldg:lod1MultiSurface>
-      </bldg:Building></core:cityObjectMember>
-      <core:cityObjectMember><bldg:Building gml:id="c"><gml:boundedBy><gml:Envelope srsName="X">
-      <gml:lowerCorner>5 5 5</gml:lowerCorner><gml:upperCorner>1 1 1</gml:upperCorner>
-      </gml:Envelope></gml:boundedBy></bldg:Building></core:cityObjectMember>)"));
-    auto const& e = model->getEnvelope();
-    EXPECT_TRUE(e.validBounds());
-    EXPECT_EQ(e.srsName(), "EPSG:25832");
-    EXPECT_EQ(e.getLowerBound(), TVec3d(1, 2, 3));
-    EXPECT_EQ(e.getUpperBound(), TVec3d(4, 5, 6));
-    auto roots = model->getRootCityObjects();
-    EXPECT_TRUE(roots[0]->getEnvelope().validBounds());
-    EXPECT_EQ(roots[0]->getEnvelope().getUpperBound(), TVec3d(1, 1, 1));
-    // No srsName on the envelope: the first one on the feature's geometry is taken.
-    EXPECT_EQ(roots[0]->getEnvelope().srsName(), "EPSG:4326");
-    EXPECT_EQ(roots[0]->getGeometry(0).getSRSName(), "EPSG:4326");
-    EXPECT_FALSE(roots[1]->getEnvelope().validBounds());
-    EXPECT_EQ(roots[1]->getEnvelope().srsName(), "X");
-}
-
-TEST(ReaderModel, ImplicitGeometriesCurvesAndLodFilter) {
-    std::string text = model2(R"(<core:cityObjectMember><bldg:Building gml:id="b">
-      <bldg:lod2MultiCurve><gml:MultiCurve gml:id="mc"><gml:curveMember><gml:LineString>
-      <gml:posList>0 0 0 1 1 1</gml:posList></gml:LineString></gml:curveMember></gml:MultiCurve>
-      </bldg:lod2MultiCurve>
-      <bldg:outerBuildingInstallation><bldg:BuildingInstallation gml:id="bi">
-      <bldg:lod2ImplicitRepresentation><core:ImplicitGeometry><core:relativeGMLGeometry>
-      <gml:MultiSurface gml:id="proto"><gml:surfaceMember>)" +
-                              square("ip") + R"(</gml:surfaceMember></gml:MultiSurface>
-      </core:relativeGMLGeometry></core:ImplicitGeometry></bldg:lod2ImplicitRepresentation>
-      </bldg:BuildingInstallation></bldg:outerBuildingInstallation>
-      <bldg:lod3MultiSurface><gml:MultiSurface gml:id="l3"><gml:surfaceMember>)" +
-                              square() + R"(</gml:surfaceMember></gml:MultiSurface>
-      </bldg:lod3MultiSurface></bldg:Building></core:cityObjectMember>)");
-    auto model = loadText(text);
-    auto const& b = *model->getRootCityObjects().at(0);
-    ASSERT_EQ(b.getGeometriesCount(), 2u);
-    EXPECT_EQ(b.getGeometry(0).getType(), citygml::Geometry::GeometryType::GT_MultiCurve);
-    EXPECT_EQ(b.getGeometry(0).getPolygonsCount(), 0u);
-    EXPECT_EQ(b.getGeometry(1).getLOD(), 3u);
-    EXPECT_EQ(b.getChildCityObject(0).getGeometriesCount(), 0u);
-
-    std::istringstream in(text);
-    citygml::ParserParams params;
-    params.maxLOD = 2;
-    auto filtered = citygml::load(in, params);
-    EXPECT_EQ(filtered->getRootCityObjects().at(0)->getGeometriesCount(), 1u);
+TEST(ReaderModel, SmallDocumentsReadAsGolden) {
+    int files = 0;
+    for (auto const& name : testsupport::filesIn(testsupport::dataFile("reader/model"))) {
+        SCOPED_TRACE(name);
+        auto model = loadText(testsupport::readFile(testsupport::dataFile("reader/model/" + name)));
+        EXPECT_TRUE(testsupport::matchesGolden("reader/" + name.substr(0, name.size() - 4) + ".txt",
+                                               describe(*model), false));
+        ++files;
+    }
+    EXPECT_GE(files, 13);
 }
 
 namespace {
 
+std::string data(std::string const& name) {
+    return testsupport::readFile(testsupport::dataFile("reader/" + name));
+}
+
 // Fans every polygon from its first corner; enough to see that the reader hands over the rings.
 class FanTesselator : public citygml::TesselatorBase {
 public:
-    std::vector<unsigned int> triangulate(std::vector<TVec3d> const&,
+    std::vector<unsigned int> triangulate(std::vector<citygml::TVec3d> const&,
                                           std::vector<unsigned int> const& ringSizes) override {
         ++calls;
         std::vector<unsigned int> out;
@@ -215,23 +162,41 @@ public:
 
 } // namespace
 
-TEST(ReaderModel, TesselatorIsAskedOnlyWhenTesselating) {
-    std::string text = building(member(ring("<gml:posList>0 0 0 1 0 0 1 1 0 0 1 0</gml:posList>")));
+TEST(ReaderModel, LookupsFiltersAndTesselation) {
+    auto model = loadText(data("model/path_building_v2.gml"));
+    auto const& building = model->getRootCityObject(0);
+    // Any tracker of the model answers for any id; polygons and unknown ids give nothing.
+    EXPECT_EQ(building.getGeometry(0).getNodeStackPath("w1", nullptr),
+              "bldg:boundedby\\bldg:wallsurface[w1]\\");
+    EXPECT_EQ(building.getNodeStackPath("no-such-id", nullptr), "");
+    EXPECT_EQ(building.getNodeStackPath("p1", nullptr), "");
+
+    std::istringstream lods(data("model/implicit_curves_lods.gml"));
+    citygml::ParserParams params;
+    params.maxLOD = 2;
+    EXPECT_EQ(citygml::load(lods, params)->getRootCityObject(0).getGeometriesCount(), 1u);
+
+    // Callers cache materials by id across files, so a material without gml:id must not share
+    // its generated id with one of another file.
+    auto material = [](citygml::CityModel const& m) {
+        return m.getRootCityObject(0).getGeometry(0).getPolygon(0)->getMaterialFor("");
+    };
+    auto first = loadText(data("material_without_id.gml"));
+    auto second = loadText(data("material_without_id.gml"));
+    ASSERT_TRUE(material(*first) && material(*second));
+    EXPECT_NE(material(*first)->getId(), material(*second)->getId());
+
     auto fan = std::make_shared<FanTesselator>();
-    {
-        std::istringstream in(text);
-        citygml::ParserParams params;
-        auto model = citygml::load(in, params, fan);
-        auto p = model->getRootCityObjects().at(0)->getGeometry(0).getPolygon(0);
-        EXPECT_EQ(p->getIndices(), (std::vector<unsigned int>{0, 1, 2, 0, 2, 3}));
-        // Triangles are extra: the ring stays as written, closed.
+    std::string const square = data("model/path_polygon_in_property.gml");
+    for (bool tesselate : {true, false}) {
+        std::istringstream in(square);
+        params = citygml::ParserParams();
+        params.tesselate = tesselate;
+        auto p = citygml::load(in, params, fan)->getRootCityObject(0).getGeometry(0).getPolygon(0);
+        // Triangles are extra: the ring stays as written.
+        EXPECT_EQ(p->getIndices(), (tesselate ? std::vector<unsigned int>{0, 1, 2, 0, 2, 3}
+                                              : std::vector<unsigned int>{}));
         EXPECT_EQ(p->exteriorRing()->getVertices().size(), 5u);
     }
-    std::istringstream in(text);
-    citygml::ParserParams params;
-    params.tesselate = false;
-    auto model = citygml::load(in, params, fan);
-    EXPECT_TRUE(
-        model->getRootCityObjects().at(0)->getGeometry(0).getPolygon(0)->getIndices().empty());
     EXPECT_EQ(fan->calls, 1);
 }

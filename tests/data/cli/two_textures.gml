@@ -1,0 +1,7 @@
+<core:CityModel xmlns:core="http://www.opengis.net/citygml/2.0" xmlns:gen="http://www.opengis.net/citygml/generics/2.0" xmlns:app="http://www.opengis.net/citygml/appearance/2.0" xmlns:gml="http://www.opengis.net/gml"><core:cityObjectMember><gen:GenericCityObject gml:id="g"><gen:lod1Geometry><gml:MultiSurface>
+<gml:surfaceMember><gml:Polygon gml:id="a"><gml:exterior><gml:LinearRing gml:id="a-r"><gml:posList>0 0 0 1 0 0 1 1 0 0 0 0</gml:posList></gml:LinearRing></gml:exterior></gml:Polygon></gml:surfaceMember>
+<gml:surfaceMember><gml:Polygon gml:id="b"><gml:exterior><gml:LinearRing gml:id="b-r"><gml:posList>0 0 0 1 0 0 1 1 0 0 0 0</gml:posList></gml:LinearRing></gml:exterior></gml:Polygon></gml:surfaceMember>
+</gml:MultiSurface></gen:lod1Geometry></gen:GenericCityObject></core:cityObjectMember><app:appearanceMember><app:Appearance>
+<app:surfaceDataMember><app:ParameterizedTexture gml:id="ta"><app:imageURI>x/wall.png</app:imageURI><app:target uri="#a"><app:TexCoordList><app:textureCoordinates ring="#a-r">0 0 1 0 1 1 0 0</app:textureCoordinates></app:TexCoordList></app:target></app:ParameterizedTexture></app:surfaceDataMember>
+<app:surfaceDataMember><app:ParameterizedTexture gml:id="tb"><app:imageURI>y/wall.png</app:imageURI><app:target uri="#b"><app:TexCoordList><app:textureCoordinates ring="#b-r">0 0 1 0 1 1 0 0</app:textureCoordinates></app:TexCoordList></app:target></app:ParameterizedTexture></app:surfaceDataMember>
+</app:Appearance></app:appearanceMember></core:CityModel>

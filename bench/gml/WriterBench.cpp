@@ -19,7 +19,7 @@ public:
     std::size_t count = 0;
 
 protected:
-    std::streamsize xsputn(const char*, std::streamsize n) override {
+    std::streamsize xsputn(char const*, std::streamsize n) override {
         count += static_cast<std::size_t>(n);
         return n;
     }
@@ -30,7 +30,7 @@ protected:
 };
 
 // Projected coordinates in metres, as city models have them.
-const std::vector<double>& coordinates() {
+std::vector<double> const& coordinates() {
     static const std::vector<double> values = [] {
         std::mt19937_64 random(42);
         std::uniform_real_distribution<double> east(350000.0, 360000.0);
@@ -49,7 +49,7 @@ const std::vector<double>& coordinates() {
 constexpr int precision = 3;
 
 void BM_FloorToChars(benchmark::State& state) {
-    const std::vector<double>& values = coordinates();
+    std::vector<double> const& values = coordinates();
     CountingBuffer sink;
     std::ostream stream(&sink);
     std::vector<char> buffer(values.size() * 32);
@@ -69,7 +69,7 @@ void BM_FloorToChars(benchmark::State& state) {
 BENCHMARK(BM_FloorToChars);
 
 void BM_WriterCoordinates(benchmark::State& state) {
-    const std::vector<double>& values = coordinates();
+    std::vector<double> const& values = coordinates();
     CountingBuffer sink;
     std::ostream stream(&sink);
     gml::XmlWriter writer(stream, 3, precision);
@@ -82,7 +82,7 @@ BENCHMARK(BM_WriterCoordinates);
 
 // As a polygon writes them: one coordinate element per quad, five vertices with the closing one.
 void BM_WriterPolygonElements(benchmark::State& state) {
-    const std::vector<double>& values = coordinates();
+    std::vector<double> const& values = coordinates();
     CountingBuffer sink;
     std::ostream stream(&sink);
     gml::XmlWriter writer(stream, 3, precision);

@@ -20,9 +20,9 @@ public:
     virtual ~AppearanceMemberNode() = default;
 
     // Whether this member already stands for `material`, so that it can be reused.
-    virtual bool matches(const std::shared_ptr<koltx::Material>& material) const = 0;
-    virtual void addTarget(const std::wstring& polygonId, const std::wstring& ringId,
-                           const std::shared_ptr<koltx::Mesh>& mesh, std::uint32_t faceIndex) = 0;
+    virtual bool matches(std::shared_ptr<koltx::Material> const& material) const = 0;
+    virtual void addTarget(std::wstring const& polygonId, std::wstring const& ringId,
+                           std::shared_ptr<koltx::Mesh> const& mesh, std::uint32_t faceIndex) = 0;
     virtual void write(XmlWriter& writer) = 0;
 
     std::wstring name;

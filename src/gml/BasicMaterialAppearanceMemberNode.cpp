@@ -10,29 +10,29 @@ namespace gml {
 
 namespace {
 
-double luminance(const std::vector<double>& rgb) {
+double luminance(std::vector<double> const& rgb) {
     return 0.2126 * rgb[0] + 0.7152 * rgb[1] + 0.0722 * rgb[2];
 }
 
 // X3D knows the ambient colour only as an intensity relative to the diffuse colour.
-float ambientIntensityOf(const koltx::Material& material) {
-    const std::vector<double>& ambient = material.getAmbientColor();
+float ambientIntensityOf(koltx::Material const& material) {
+    std::vector<double> const& ambient = material.getAmbientColor();
     if (ambient.size() < 3)
         return 0.0f;
-    const double a = luminance(ambient);
+    double const a = luminance(ambient);
     if (!(a > 0.0))
         return 0.0f;
-    const std::vector<double>& diffuse = material.getDiffuseColor();
-    const double d = diffuse.size() < 3 ? 0.0 : luminance(diffuse);
+    std::vector<double> const& diffuse = material.getDiffuseColor();
+    double const d = diffuse.size() < 3 ? 0.0 : luminance(diffuse);
     return std::clamp(static_cast<float>(a / d), 0.0f, 1.0f);
 }
 
-float transparencyOf(const koltx::Material& material) {
+float transparencyOf(koltx::Material const& material) {
     return static_cast<float>(std::clamp(1.0 - material.getOpacity(), 0.0, 1.0));
 }
 
-bool hasValidTexture(const koltx::Material& material) {
-    for (const auto& texture : material.getDiffuseMap()) {
+bool hasValidTexture(koltx::Material const& material) {
+    for (auto const& texture : material.getDiffuseMap()) {
         if (texture && texture->isValid())
             return true;
     }
@@ -42,14 +42,14 @@ bool hasValidTexture(const koltx::Material& material) {
 } // namespace
 
 BasicMaterialAppearanceMemberNode::BasicMaterialAppearanceMemberNode(
-    const std::shared_ptr<koltx::Material>& material)
+    std::shared_ptr<koltx::Material> const& material)
     : AppearanceMemberNode(material->getName()), diffuseColor(material->getDiffuseColor()),
       emissiveColor(material->getEmissiveColor()), specularColor(material->getSpecularColor()),
       shininess(static_cast<float>(std::clamp(material->getShininess(), 0.0, 1.0))),
       transparency(transparencyOf(*material)), ambientIntensity(ambientIntensityOf(*material)) {}
 
 bool BasicMaterialAppearanceMemberNode::matches(
-    const std::shared_ptr<koltx::Material>& material) const {
+    std::shared_ptr<koltx::Material> const& material) const {
     if (!material || hasValidTexture(*material))
         return false;
     if (material->getName() != name)
@@ -67,9 +67,9 @@ bool BasicMaterialAppearanceMemberNode::matches(
            ambientIntensity == ambientIntensityOf(*material);
 }
 
-void BasicMaterialAppearanceMemberNode::addTarget(const std::wstring& polygonId,
-                                                  const std::wstring&,
-                                                  const std::shared_ptr<koltx::Mesh>&,
+void BasicMaterialAppearanceMemberNode::addTarget(std::wstring const& polygonId,
+                                                  std::wstring const&,
+                                                  std::shared_ptr<koltx::Mesh> const&,
                                                   std::uint32_t) {
     targets.insert(polygonId);
 }
@@ -83,7 +83,7 @@ void BasicMaterialAppearanceMemberNode::write(XmlWriter& writer) {
     writer.writeColorElement(L"app:specularColor", specularColor);
     writer.writeTextElement(L"app:shininess", static_cast<double>(shininess));
     writer.writeTextElement(L"app:transparency", static_cast<double>(transparency));
-    for (const std::wstring& target : targets)
+    for (std::wstring const& target : targets)
         writer.writeTextElement(L"app:target", target);
     writer.endElement();
     writer.endElement();

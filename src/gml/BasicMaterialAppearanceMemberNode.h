@@ -10,12 +10,12 @@ namespace gml {
 // An "app:X3DMaterial" for an untextured host material, with the polygons that use it.
 class BasicMaterialAppearanceMemberNode : public AppearanceMemberNode {
 public:
-    explicit BasicMaterialAppearanceMemberNode(const std::shared_ptr<koltx::Material>& material);
+    explicit BasicMaterialAppearanceMemberNode(std::shared_ptr<koltx::Material> const& material);
 
-    bool matches(const std::shared_ptr<koltx::Material>& material) const override;
+    bool matches(std::shared_ptr<koltx::Material> const& material) const override;
     // Only the polygon id is kept; each id stands once.
-    void addTarget(const std::wstring& polygonId, const std::wstring& ringId,
-                   const std::shared_ptr<koltx::Mesh>& mesh, std::uint32_t faceIndex) override;
+    void addTarget(std::wstring const& polygonId, std::wstring const& ringId,
+                   std::shared_ptr<koltx::Mesh> const& mesh, std::uint32_t faceIndex) override;
     void write(XmlWriter& writer) override;
 
     std::vector<double> diffuseColor;

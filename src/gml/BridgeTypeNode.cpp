@@ -10,7 +10,7 @@ namespace gml {
 namespace {
 
 // The element sequence of a CityGML 2.0 bridge.
-const wchar_t* const bridgeRanks[] = {L"brid:class",
+wchar_t const* const bridgeRanks[] = {L"brid:class",
                                       L"brid:function",
                                       L"brid:usage",
                                       L"brid:yearOfConstruction",
@@ -41,7 +41,7 @@ const wchar_t* const bridgeRanks[] = {L"brid:class",
 
 } // namespace
 
-BridgeTypeNode::BridgeTypeNode(const AttributeMap& attributes, std::shared_ptr<Envelope> envelope,
+BridgeTypeNode::BridgeTypeNode(AttributeMap const& attributes, std::shared_ptr<Envelope> envelope,
                                std::wstring_view id, bool writeId, std::wstring_view tag)
     : RootNode(attributes, std::move(envelope), id, writeId, tag) {}
 

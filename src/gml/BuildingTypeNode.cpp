@@ -10,7 +10,7 @@ namespace gml {
 namespace {
 
 // The element sequence of a CityGML 2.0 building.
-const wchar_t* const buildingRanks[] = {L"bldg:class",
+wchar_t const* const buildingRanks[] = {L"bldg:class",
                                         L"bldg:function",
                                         L"bldg:usage",
                                         L"bldg:yearOfConstruction",
@@ -47,7 +47,7 @@ const wchar_t* const buildingRanks[] = {L"bldg:class",
 
 } // namespace
 
-BuildingTypeNode::BuildingTypeNode(const AttributeMap& attributes,
+BuildingTypeNode::BuildingTypeNode(AttributeMap const& attributes,
                                    std::shared_ptr<Envelope> envelope, std::wstring_view id,
                                    bool writeId, std::wstring_view tag)
     : RootNode(attributes, std::move(envelope), id, writeId, tag) {}

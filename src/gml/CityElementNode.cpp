@@ -16,7 +16,7 @@ CityElementNode::CityElementNode(std::wstring_view id, bool writeId, std::wstrin
     : id(id), writeId(writeId), tag(tag) {}
 
 void CityElementNode::write(XmlWriter& writer) {
-    const bool unknown = tag == unknownTag;
+    bool const unknown = tag == unknownTag;
     if (!unknown) {
         if (writesOwnTag())
             writer.startElement(tag, writeId ? id : std::wstring());
@@ -38,7 +38,7 @@ void CityElementNode::sortChildren(XmlWriter& writer) {
 
 void CityElementNode::writeContent(XmlWriter& writer) {
     sortChildren(writer);
-    for (const auto& child : children)
+    for (auto const& child : children)
         child->write(writer);
 }
 
@@ -56,7 +56,7 @@ void CityElementNode::addChild(std::shared_ptr<CityElementNode> child) {
 }
 
 std::shared_ptr<CityElementNode> CityElementNode::findChild(std::wstring_view childId) const {
-    for (const auto& child : children) {
+    for (auto const& child : children) {
         if (child->id.size() == childId.size() && child->id == childId)
             return child;
     }

@@ -11,13 +11,13 @@ CityModelDocument::CityModelDocument(std::int32_t levelOfDetail,
     : levelOfDetail(levelOfDetail), preparator(preparator), namePreparator(namePreparator),
       textureNamespace(std::move(textureNamespace)), callbacks(callbacks) {}
 
-void writeCityModel(const CityModelDocument& document, std::ostream& stream,
+void writeCityModel(CityModelDocument const& document, std::ostream& stream,
                     std::int32_t coordinatePrecision) {
     gml::XmlWriter writer(stream, document.effectiveVersion(), coordinatePrecision);
     writer.writeRaw("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n");
     writer.namespaces = gml::buildNamespaces(document.usedPrefixes, writer.version);
     gml::writeRootOpen(writer);
-    for (const auto& group : document.memberGroups)
+    for (auto const& group : document.memberGroups)
         gml::writeCityObjectMembers(writer, CityModelDocument::NodeGroup(group));
     gml::writeAppearanceMembers(writer, std::vector(document.appearanceMembers));
     writer.writeRaw(writer.indentation() + "</core:CityModel>\n");

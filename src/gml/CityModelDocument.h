@@ -50,5 +50,5 @@ public:
 
 // Writes the whole document: declaration, root element, one city object member per top-level
 // node, the appearance and the end of the root. Children are sorted in place on the way.
-void writeCityModel(const CityModelDocument& document, std::ostream& stream,
+void writeCityModel(CityModelDocument const& document, std::ostream& stream,
                     std::int32_t coordinatePrecision);

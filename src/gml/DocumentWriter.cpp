@@ -96,25 +96,25 @@ const SchemaMap schemaTable3 = {
 #undef KOLT_XSS
 #undef KOLT_W3
 
-const NamespaceMap& namespaceTableFor(std::int32_t version) {
+NamespaceMap const& namespaceTableFor(std::int32_t version) {
     return version == 2 ? namespaceTable2 : namespaceTable3;
 }
 
-const SchemaMap& schemaTableFor(std::int32_t version) {
+SchemaMap const& schemaTableFor(std::int32_t version) {
     return version == 2 ? schemaTable2 : schemaTable3;
 }
 
-void writeUtf8(XmlWriter& writer, const std::wstring& text) {
+void writeUtf8(XmlWriter& writer, std::wstring const& text) {
     writer.writeRaw(toUtf8(text));
 }
 
 } // namespace
 
-NamespaceMap buildNamespaces(const std::set<std::wstring>& usedPrefixes, std::int32_t version) {
-    const SchemaMap& schemas = schemaTableFor(version);
+NamespaceMap buildNamespaces(std::set<std::wstring> const& usedPrefixes, std::int32_t version) {
+    SchemaMap const& schemas = schemaTableFor(version);
     NamespaceMap result;
-    for (const std::wstring& prefix : usedPrefixes) {
-        const auto found = schemas.find(prefix);
+    for (std::wstring const& prefix : usedPrefixes) {
+        auto const found = schemas.find(prefix);
         if (found != schemas.end())
             result[prefix] = found->second.first;
     }
@@ -124,19 +124,19 @@ NamespaceMap buildNamespaces(const std::set<std::wstring>& usedPrefixes, std::in
     // defined that way; our schema tests list it as a known deviation.
     if (!location.empty())
         result[L"schemaLocation"] = location;
-    for (const auto& row : namespaceTableFor(version))
+    for (auto const& row : namespaceTableFor(version))
         result.insert(row);
     return result;
 }
 
-std::wstring buildSchemaLocation(const NamespaceMap& namespaces, std::int32_t version) {
-    const NamespaceMap& common = namespaceTableFor(version);
-    const SchemaMap& schemas = schemaTableFor(version);
+std::wstring buildSchemaLocation(NamespaceMap const& namespaces, std::int32_t version) {
+    NamespaceMap const& common = namespaceTableFor(version);
+    SchemaMap const& schemas = schemaTableFor(version);
     std::wstring out;
-    for (const auto& entry : namespaces) {
+    for (auto const& entry : namespaces) {
         if (common.count(entry.first) != 0)
             continue;
-        const auto found = schemas.find(entry.first);
+        auto const found = schemas.find(entry.first);
         if (found == schemas.end())
             continue;
         out += found->second.first;
@@ -152,7 +152,7 @@ std::wstring buildSchemaLocation(const NamespaceMap& namespaces, std::int32_t ve
 void writeRootOpen(XmlWriter& writer) {
     writer.writeRaw(writer.indentation());
     writer.writeRaw("<core:CityModel");
-    for (const auto& [prefix, uri] : writer.namespaces) {
+    for (auto const& [prefix, uri] : writer.namespaces) {
         if (prefix.empty()) {
             writer.writeRaw(" xmlns");
         } else {
@@ -167,8 +167,8 @@ void writeRootOpen(XmlWriter& writer) {
 }
 
 void writeCityObjectMembers(XmlWriter& writer,
-                            const std::vector<std::shared_ptr<CityElementNode>>& group) {
-    for (const auto& node : group) {
+                            std::vector<std::shared_ptr<CityElementNode>> const& group) {
+    for (auto const& node : group) {
         writer.startElement(L"core:cityObjectMember");
         node->write(writer);
         writer.endElement();
@@ -176,20 +176,20 @@ void writeCityObjectMembers(XmlWriter& writer,
 }
 
 void writeAppearanceMembers(XmlWriter& writer,
-                            const std::vector<std::shared_ptr<AppearanceMemberNode>>& members) {
+                            std::vector<std::shared_ptr<AppearanceMemberNode>> const& members) {
     if (members.empty())
         return;
     writer.startElement(writer.version >= 3 ? L"core:appearanceMember" : L"app:appearanceMember");
     writer.startElement(L"app:Appearance");
-    for (const auto& member : members)
+    for (auto const& member : members)
         member->write(writer);
     writer.endElement();
     writer.endElement();
 }
 
-void writeEnvelope(XmlWriter& writer, const Envelope& envelope) {
-    const auto& min = envelope.bounds.getMin();
-    const auto& max = envelope.bounds.getMax();
+void writeEnvelope(XmlWriter& writer, Envelope const& envelope) {
+    auto const& min = envelope.bounds.getMin();
+    auto const& max = envelope.bounds.getMax();
     writer.writeRaw(writer.indentation() + "<gml:boundedBy>\n");
     ++writer.depth;
     writer.writeRaw(writer.indentation() + "<gml:Envelope ");

@@ -17,7 +17,7 @@ bool GeometryNode::writesOwnTag() const {
 }
 
 void GeometryNode::writeContent(XmlWriter& writer) {
-    const wchar_t* wrapper = nullptr;
+    wchar_t const* wrapper = nullptr;
     if (tag == L"gml:Surface")
         wrapper = L"gml:patches";
     else if (tag == L"gml:Solid")
@@ -27,7 +27,7 @@ void GeometryNode::writeContent(XmlWriter& writer) {
 
     if (wrapper)
         writer.startElement(wrapper);
-    for (const auto& child : children) {
+    for (auto const& child : children) {
         if (!wrapper && !child->isOrientableSurface()) {
             writer.startElement(L"gml:surfaceMember");
             child->write(writer);

@@ -40,8 +40,8 @@ public:
             munmap(page, sizeof(Page));
     }
 
-    RandomBlockSource(const RandomBlockSource&) = delete;
-    RandomBlockSource& operator=(const RandomBlockSource&) = delete;
+    RandomBlockSource(RandomBlockSource const&) = delete;
+    RandomBlockSource& operator=(RandomBlockSource const&) = delete;
 
     void draw(unsigned char* out, std::size_t count) {
         if (!wipedOnFork && getpid() != owner) {

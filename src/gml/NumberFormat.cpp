@@ -18,10 +18,10 @@ constexpr char kConversionFailed[] = "Failed to convert coordinate to string.";
 std::size_t writeNonFinite(char* out, double value) {
     std::uint64_t bits = 0;
     std::memcpy(&bits, &value, sizeof bits);
-    const bool negative = (bits >> 63) != 0;
+    bool const negative = (bits >> 63) != 0;
     const std::uint64_t mantissa = bits & 0xFFFFFFFFFFFFFull;
-    const bool quiet = (mantissa & 0x8000000000000ull) != 0;
-    const char* text = nullptr;
+    bool const quiet = (mantissa & 0x8000000000000ull) != 0;
+    char const* text = nullptr;
     if (mantissa == 0)
         text = "inf";
     else if (negative && mantissa == 0x8000000000000ull)
@@ -47,7 +47,7 @@ std::size_t formatCoordinate(char* buffer, double value, int precision) {
         precision = 6;
     if (!std::isfinite(value))
         return writeNonFinite(buffer, value);
-    const auto result = std::to_chars(buffer, buffer + coordinateBufferSize, value,
+    auto const result = std::to_chars(buffer, buffer + coordinateBufferSize, value,
                                       std::chars_format::fixed, precision);
     if (result.ec != std::errc())
         throw std::runtime_error(kConversionFailed);
@@ -63,7 +63,7 @@ std::string streamForm(double value) {
     // The general notation with 6 significant digits is what a default stream insertion
     // gives; to_chars is used so that no locale can change the decimal point.
     char buffer[64];
-    const auto result =
+    auto const result =
         std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 6);
     return std::string(buffer, result.ptr);
 }
@@ -71,17 +71,17 @@ std::string streamForm(double value) {
 std::string scalarForm(double value) {
     char buffer[400];
     if (!std::isfinite(value)) {
-        const int length = std::snprintf(buffer, sizeof buffer, "%f", value);
+        int const length = std::snprintf(buffer, sizeof buffer, "%f", value);
         return std::string(buffer, static_cast<std::size_t>(length));
     }
-    const auto result =
+    auto const result =
         std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, 6);
     return std::string(buffer, result.ptr);
 }
 
 std::string integerForm(std::int64_t value) {
     char buffer[24];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+    auto const result = std::to_chars(buffer, buffer + sizeof buffer, value);
     return std::string(buffer, result.ptr);
 }
 

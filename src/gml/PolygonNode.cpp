@@ -12,7 +12,7 @@ namespace gml {
 
 namespace {
 
-bool isPatchSurface(const std::wstring& surfaceTag) {
+bool isPatchSurface(std::wstring const& surfaceTag) {
     return surfaceTag == L"gml:Surface" || surfaceTag == L"gml:TriangulatedSurface";
 }
 
@@ -36,7 +36,7 @@ std::wstring PolygonNode::polygonId() const {
 void PolygonNode::write(XmlWriter& writer) {
     if (!mesh || faceIndex >= mesh->getFaceCount())
         throw std::out_of_range("Polygon face is not in its mesh.");
-    const bool orientable = surfaceTag == L"gml:OrientableSurface";
+    bool const orientable = surfaceTag == L"gml:OrientableSurface";
     if (surfaceTag == L"gml:Surface") {
         writer.startElement(L"gml:PolygonPatch");
     } else if (surfaceTag == L"gml:TriangulatedSurface") {
@@ -52,14 +52,14 @@ void PolygonNode::write(XmlWriter& writer) {
     writer.startElement(L"gml:LinearRing", ringId);
 
     // The host's second axis is up, the document's third: (x, y, z) becomes (x, -z, y).
-    const std::vector<double>& coords = mesh->getVertexCoords();
-    const std::uint32_t* indices = mesh->getFaceVertexIndices(faceIndex);
+    std::vector<double> const& coords = mesh->getVertexCoords();
+    std::uint32_t const* indices = mesh->getFaceVertexIndices(faceIndex);
     const std::uint32_t count = mesh->getFaceVertexCount(faceIndex);
     // One buffer for all polygons of the thread: a document has hundreds of thousands.
     thread_local std::vector<double> list;
     list.clear();
     for (std::uint32_t i = 0; i < count; ++i) {
-        const double* vertex = coords.data() + static_cast<std::size_t>(indices[i]) * 3;
+        double const* vertex = coords.data() + static_cast<std::size_t>(indices[i]) * 3;
         list.push_back(vertex[0]);
         list.push_back(-vertex[2]);
         list.push_back(vertex[1]);

@@ -9,11 +9,11 @@ namespace gml {
 
 namespace {
 
-const wchar_t* const reliefRanks[] = {L"dem:lod", L"dem:reliefComponent"};
+wchar_t const* const reliefRanks[] = {L"dem:lod", L"dem:reliefComponent"};
 
 } // namespace
 
-ReliefComponentType::ReliefComponentType(const AttributeMap& attributes,
+ReliefComponentType::ReliefComponentType(AttributeMap const& attributes,
                                          std::shared_ptr<Envelope> envelope, std::wstring_view id,
                                          bool writeId, std::wstring_view tag)
     : RootNode(attributes, std::move(envelope), id, writeId, tag) {}

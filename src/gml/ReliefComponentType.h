@@ -8,7 +8,7 @@ namespace gml {
 // version.
 class ReliefComponentType : public RootNode {
 public:
-    ReliefComponentType(const AttributeMap& attributes, std::shared_ptr<Envelope> envelope,
+    ReliefComponentType(AttributeMap const& attributes, std::shared_ptr<Envelope> envelope,
                         std::wstring_view id, bool writeId, std::wstring_view tag);
 
     void sortChildren(XmlWriter& writer) override;

@@ -9,21 +9,21 @@ namespace gml {
 
 namespace {
 
-std::wstring widen(const std::string& ascii) {
+std::wstring widen(std::string const& ascii) {
     return std::wstring(ascii.begin(), ascii.end());
 }
 
 } // namespace
 
-RootNode::RootNode(const AttributeMap& attributes, std::shared_ptr<Envelope> envelope,
+RootNode::RootNode(AttributeMap const& attributes, std::shared_ptr<Envelope> envelope,
                    std::wstring_view id, bool writeId, std::wstring_view tag)
     : CityElementNode(id, writeId, tag), attributes(attributes), envelope(std::move(envelope)) {}
 
 void RootNode::writeContent(XmlWriter& writer) {
     if (envelope)
         writeEnvelope(writer, *envelope);
-    const bool modern = writer.version >= 3;
-    for (const auto& [name, value] : attributes) {
+    bool const modern = writer.version >= 3;
+    for (auto const& [name, value] : attributes) {
         // A qualified name is a property element of its own, written as it stands.
         if (name.find(L':') != std::wstring::npos) {
             writer.writeTextElement(name, value);
@@ -42,7 +42,7 @@ void RootNode::writeContent(XmlWriter& writer) {
                                   value);
     }
     sortChildren(writer);
-    for (const auto& child : children)
+    for (auto const& child : children)
         child->write(writer);
 }
 

@@ -17,7 +17,7 @@ using AttributeMap = std::map<std::wstring, std::wstring>;
 // A thematic feature directly below "core:cityObjectMember".
 class RootNode : public CityElementNode {
 public:
-    RootNode(const AttributeMap& attributes, std::shared_ptr<Envelope> envelope,
+    RootNode(AttributeMap const& attributes, std::shared_ptr<Envelope> envelope,
              std::wstring_view id, bool writeId, std::wstring_view tag);
 
     // Envelope, then attributes by name, then the sorted children.

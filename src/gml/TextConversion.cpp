@@ -6,7 +6,7 @@
 
 namespace gml {
 
-std::string toUtf8(const std::wstring& text) {
+std::string toUtf8(std::wstring const& text) {
     // Tags and ids are nearly always ASCII, which needs no conversion call at all.
     bool ascii = true;
     for (wchar_t unit : text) {

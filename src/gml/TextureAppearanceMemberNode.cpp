@@ -15,24 +15,24 @@ TextureAppearanceMemberNode::TextureAppearanceMemberNode(std::wstring_view name,
                                                          std::wstring_view imageUri)
     : AppearanceMemberNode(name), texture(std::move(texture)), imageUri(imageUri) {}
 
-bool TextureAppearanceMemberNode::matches(const std::shared_ptr<koltx::Material>& material) const {
+bool TextureAppearanceMemberNode::matches(std::shared_ptr<koltx::Material> const& material) const {
     if (!material)
         return false;
-    for (const auto& candidate : material->getDiffuseMap()) {
+    for (auto const& candidate : material->getDiffuseMap()) {
         if (candidate && candidate->isValid())
             return texture && *texture == *candidate;
     }
     return false;
 }
 
-void TextureAppearanceMemberNode::addTarget(const std::wstring& polygonId,
-                                            const std::wstring& ringId,
-                                            const std::shared_ptr<koltx::Mesh>& mesh,
+void TextureAppearanceMemberNode::addTarget(std::wstring const& polygonId,
+                                            std::wstring const& ringId,
+                                            std::shared_ptr<koltx::Mesh> const& mesh,
                                             std::uint32_t faceIndex) {
     if (!mesh || faceIndex >= mesh->getFaceCount())
         throw std::out_of_range("Texture target face is not in its mesh.");
-    const std::vector<double>& coords = mesh->getUVCoords(0);
-    const std::uint32_t* indices = mesh->getFaceUVIndices(faceIndex, 0);
+    std::vector<double> const& coords = mesh->getUVCoords(0);
+    std::uint32_t const* indices = mesh->getFaceUVIndices(faceIndex, 0);
     const std::uint32_t count = mesh->getFaceUVCount(faceIndex, 0);
     TextureTarget target{ringId, polygonId, {}};
     target.uvs.reserve(static_cast<std::size_t>(count) * 2);
@@ -45,12 +45,12 @@ void TextureAppearanceMemberNode::addTarget(const std::wstring& polygonId,
 }
 
 void TextureAppearanceMemberNode::write(XmlWriter& writer) {
-    const bool modern = writer.version >= 3;
+    bool const modern = writer.version >= 3;
     writer.startElement(modern ? L"app:surfaceData" : L"app:surfaceDataMember");
     writer.startElement(L"app:ParameterizedTexture");
     writer.writeTextElement(L"app:imageURI", imageUri);
     writer.writeTextElement(L"app:wrapMode", L"wrap");
-    for (const TextureTarget& target : targets) {
+    for (TextureTarget const& target : targets) {
         if (modern) {
             writer.startElement(L"app:textureParameterization");
             writer.startElement(L"app:TextureAssociation");

@@ -24,10 +24,10 @@ public:
                                 std::wstring_view imageUri);
 
     // Equal by the content of the material's first valid texture; nothing else counts.
-    bool matches(const std::shared_ptr<koltx::Material>& material) const override;
+    bool matches(std::shared_ptr<koltx::Material> const& material) const override;
     // Takes the face's coordinates of UV set 0.
-    void addTarget(const std::wstring& polygonId, const std::wstring& ringId,
-                   const std::shared_ptr<koltx::Mesh>& mesh, std::uint32_t faceIndex) override;
+    void addTarget(std::wstring const& polygonId, std::wstring const& ringId,
+                   std::shared_ptr<koltx::Mesh> const& mesh, std::uint32_t faceIndex) override;
     void write(XmlWriter& writer) override;
 
     std::shared_ptr<koltx::Texture> texture;

@@ -10,7 +10,7 @@ namespace gml {
 namespace {
 
 // The element sequence of a CityGML 2.0 transportation complex.
-const wchar_t* const transportationRanks[] = {L"trans:class",
+wchar_t const* const transportationRanks[] = {L"trans:class",
                                               L"trans:function",
                                               L"trans:usage",
                                               L"trans:trafficArea",
@@ -23,7 +23,7 @@ const wchar_t* const transportationRanks[] = {L"trans:class",
 
 } // namespace
 
-TransportationTypeNode::TransportationTypeNode(const AttributeMap& attributes,
+TransportationTypeNode::TransportationTypeNode(AttributeMap const& attributes,
                                                std::shared_ptr<Envelope> envelope,
                                                std::wstring_view id, bool writeId,
                                                std::wstring_view tag)

@@ -8,7 +8,7 @@ namespace gml {
 // transportation schema's sequence.
 class TransportationTypeNode : public RootNode {
 public:
-    TransportationTypeNode(const AttributeMap& attributes, std::shared_ptr<Envelope> envelope,
+    TransportationTypeNode(AttributeMap const& attributes, std::shared_ptr<Envelope> envelope,
                            std::wstring_view id, bool writeId, std::wstring_view tag);
 
     void sortChildren(XmlWriter& writer) override;

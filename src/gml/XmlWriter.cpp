@@ -15,7 +15,7 @@ std::string XmlWriter::indentation() const {
     return std::string(depth, ' ');
 }
 
-const AttributeTable& XmlWriter::emptyAttributes() {
+AttributeTable const& XmlWriter::emptyAttributes() {
     static const AttributeTable empty;
     return empty;
 }
@@ -28,8 +28,8 @@ void XmlWriter::flushLine() {
     stream.write(line.data(), static_cast<std::streamsize>(line.size()));
 }
 
-void XmlWriter::appendAttributes(std::string& out, const AttributeTable& attributes) const {
-    for (const auto& [name, value] : attributes) {
+void XmlWriter::appendAttributes(std::string& out, AttributeTable const& attributes) const {
+    for (auto const& [name, value] : attributes) {
         out += ' ';
         appendUtf8(out, name);
         out += "=\"";
@@ -39,7 +39,7 @@ void XmlWriter::appendAttributes(std::string& out, const AttributeTable& attribu
 }
 
 void XmlWriter::startElement(std::wstring_view tag, std::wstring_view id,
-                             const AttributeTable& attributes) {
+                             AttributeTable const& attributes) {
     ++depth;
     beginLine();
     line += '<';
@@ -88,7 +88,7 @@ void XmlWriter::writeTextElement(std::wstring_view tag, double value) {
     writeTextElement(tag, std::wstring(text.begin(), text.end()));
 }
 
-void XmlWriter::writeColorElement(std::wstring_view tag, const std::vector<double>& color) {
+void XmlWriter::writeColorElement(std::wstring_view tag, std::vector<double> const& color) {
     if (color.size() < 3)
         throw std::invalid_argument("A colour needs three components.");
     beginLine();
@@ -108,9 +108,9 @@ void XmlWriter::writeColorElement(std::wstring_view tag, const std::vector<doubl
     flushLine();
 }
 
-void XmlWriter::writeCoordinatesElement(std::wstring_view tag, const std::vector<double>& values,
+void XmlWriter::writeCoordinatesElement(std::wstring_view tag, std::vector<double> const& values,
                                         std::size_t closingCount,
-                                        const AttributeTable& attributes) {
+                                        AttributeTable const& attributes) {
     beginLine();
     line += '<';
     const std::size_t nameStart = line.size();
@@ -130,21 +130,21 @@ void XmlWriter::writeCoordinatesElement(std::wstring_view tag, const std::vector
     flushLine();
 }
 
-void XmlWriter::writeCoordinates(const std::vector<double>& values) {
+void XmlWriter::writeCoordinates(std::vector<double> const& values) {
     writeCoordinates(values.data(), values.size());
 }
 
-void XmlWriter::writeCoordinates(const std::array<double, 3>& values) {
+void XmlWriter::writeCoordinates(std::array<double, 3> const& values) {
     writeCoordinates(values.data(), values.size());
 }
 
-void XmlWriter::writeCoordinates(const double* values, std::size_t count) {
+void XmlWriter::writeCoordinates(double const* values, std::size_t count) {
     // Numbers are gathered in a stack block and handed to the stream in few large writes:
     // this is the hot path of the encoder.
     constexpr std::size_t blockSize = 8192;
     char block[blockSize];
     std::size_t used = 0;
-    const auto flush = [&] {
+    auto const flush = [&] {
         stream.write(block, static_cast<std::streamsize>(used));
         used = 0;
     };

@@ -25,20 +25,20 @@ public:
     std::string indentation() const;
 
     void startElement(std::wstring_view tag, std::wstring_view id = std::wstring_view(),
-                      const AttributeTable& attributes = emptyAttributes());
+                      AttributeTable const& attributes = emptyAttributes());
     void endElement();
     void writeTextElement(std::wstring_view tag, std::wstring_view text);
     // Scalar form ("%f") of a number as the element text.
     void writeTextElement(std::wstring_view tag, double value);
-    void writeColorElement(std::wstring_view tag, const std::vector<double>& color);
+    void writeColorElement(std::wstring_view tag, std::vector<double> const& color);
     // The first min(closingCount, size) values are written again at the end, closing a ring.
-    void writeCoordinatesElement(std::wstring_view tag, const std::vector<double>& values,
+    void writeCoordinatesElement(std::wstring_view tag, std::vector<double> const& values,
                                  std::size_t closingCount,
-                                 const AttributeTable& attributes = emptyAttributes());
+                                 AttributeTable const& attributes = emptyAttributes());
 
-    void writeCoordinates(const std::vector<double>& values);
-    void writeCoordinates(const double* values, std::size_t count);
-    void writeCoordinates(const std::array<double, 3>& values);
+    void writeCoordinates(std::vector<double> const& values);
+    void writeCoordinates(double const* values, std::size_t count);
+    void writeCoordinates(std::array<double, 3> const& values);
 
     // Bytes that are already UTF-8, for the parts of a document that are not elements.
     void writeRaw(std::string_view bytes);
@@ -51,10 +51,10 @@ public:
     std::int32_t version = 3;
     std::int32_t coordinatePrecision = 3;
 
-    static const AttributeTable& emptyAttributes();
+    static AttributeTable const& emptyAttributes();
 
 private:
-    void appendAttributes(std::string& out, const AttributeTable& attributes) const;
+    void appendAttributes(std::string& out, AttributeTable const& attributes) const;
     // Starts `line` with the indentation of the current depth.
     void beginLine();
     void flushLine();

@@ -14,12 +14,12 @@ namespace {
 
 using gml::CityElementNode;
 
-template <typename Node> std::shared_ptr<Node> makeFeature(const std::wstring& tag) {
+template <typename Node> std::shared_ptr<Node> makeFeature(std::wstring const& tag) {
     return std::make_shared<Node>(gml::AttributeMap(), nullptr, L"f", false, tag);
 }
 
 // Adds one plain child per tag; the child's id records its insertion position.
-void addChildren(CityElementNode& parent, const std::vector<std::wstring>& tags) {
+void addChildren(CityElementNode& parent, std::vector<std::wstring> const& tags) {
     for (std::size_t i = 0; i < tags.size(); ++i)
         parent.addChild(std::make_shared<CityElementNode>(std::to_wstring(i), false, tags[i]));
 }
@@ -29,7 +29,7 @@ std::vector<std::wstring> sortedTags(CityElementNode& node, int version) {
     gml::XmlWriter writer(out, version, 3);
     node.sortChildren(writer);
     std::vector<std::wstring> tags;
-    for (const auto& child : node.children)
+    for (auto const& child : node.children)
         tags.push_back(child->tag);
     return tags;
 }
@@ -159,8 +159,8 @@ TEST(ChildOrderingTest, SortIsStableUpToThirtyTwoChildren) {
     gml::XmlWriter writer(out, 2, 3);
     mixed.sortChildren(writer);
     for (std::size_t i = 1; i < mixed.children.size(); ++i) {
-        const auto& previous = mixed.children[i - 1];
-        const auto& current = mixed.children[i];
+        auto const& previous = mixed.children[i - 1];
+        auto const& current = mixed.children[i];
         ASSERT_FALSE(gml::lodThenBoundedByLast(current->tag, previous->tag));
         if (previous->tag == current->tag) {
             EXPECT_LT(std::stoi(previous->id), std::stoi(current->id));
@@ -174,7 +174,7 @@ TEST(ChildOrderingTest, LongListsAreSortedToo) {
     for (int i = 0; i < 100; ++i)
         tags.push_back(L"a:lod" + std::to_wstring(5 - i % 6) + L"Solid");
     addChildren(parent, tags);
-    const auto sorted = sortedTags(parent, 2);
+    auto const sorted = sortedTags(parent, 2);
     for (std::size_t i = 1; i < sorted.size(); ++i)
         EXPECT_LE(gml::lodOfTag(sorted[i - 1]), gml::lodOfTag(sorted[i]));
 }

@@ -32,19 +32,19 @@ protected:
     static inline int idCount = 0;
 
     // A node for a plain path step, hung below `parent`.
-    static std::shared_ptr<CityElementNode> step(const std::shared_ptr<CityElementNode>& parent,
-                                                 const std::wstring& tag) {
+    static std::shared_ptr<CityElementNode> step(std::shared_ptr<CityElementNode> const& parent,
+                                                 std::wstring const& tag) {
         auto node = std::make_shared<CityElementNode>(nextId(), false, tag);
         parent->addChild(node);
         return node;
     }
 
     // A geometry element with one polygon per face of `mesh`, each registered with `member`.
-    static std::shared_ptr<GeometryNode> geometry(const std::shared_ptr<CityElementNode>& parent,
-                                                  const std::wstring& tag,
-                                                  const std::shared_ptr<koltx::Mesh>& mesh,
+    static std::shared_ptr<GeometryNode> geometry(std::shared_ptr<CityElementNode> const& parent,
+                                                  std::wstring const& tag,
+                                                  std::shared_ptr<koltx::Mesh> const& mesh,
                                                   gml::AppearanceMemberNode* member,
-                                                  const std::wstring& surfaceTag = L"") {
+                                                  std::wstring const& surfaceTag = L"") {
         auto node = std::make_shared<GeometryNode>(nextId(), true, tag, mesh);
         for (std::uint32_t face = 0; face < mesh->getFaceCount(); ++face) {
             auto polygon = std::make_shared<PolygonNode>(mesh, nextId(), face,
@@ -60,7 +60,7 @@ protected:
     // A building with a textured wall, a coloured roof, a solid and generic attributes, and a
     // relief; tags in the vocabulary of `version`.
     static std::string buildDocument(int version, bool reliefEnvelope, bool qualifiedAttribute) {
-        const bool modern = version == 3;
+        bool const modern = version == 3;
         idCount = 0;
         auto envelope = std::make_shared<gml::Envelope>(
             gml::Envelope{koltx::BoundingBox(std::vector<double>{0, 0, -10}.data(),

@@ -38,9 +38,9 @@ TEST(XmlWriterTest, ANulEndsTheText) {
 TEST(XmlWriterTest, CoordinateFormTables) {
     struct Row {
         double value;
-        const char* p3;
-        const char* p0;
-        const char* p10;
+        char const* p3;
+        char const* p0;
+        char const* p10;
     };
     const Row rows[] = {
         {0.1, "0.100", "0", "0.1000000000"},
@@ -57,7 +57,7 @@ TEST(XmlWriterTest, CoordinateFormTables) {
         {1e23, "99999999999999991611392.000", "99999999999999991611392",
          "99999999999999991611392.0000000000"},
     };
-    for (const Row& row : rows) {
+    for (Row const& row : rows) {
         EXPECT_EQ(gml::coordinateForm(row.value, 3), row.p3) << row.value;
         EXPECT_EQ(gml::coordinateForm(row.value, 0), row.p0) << row.value;
         EXPECT_EQ(gml::coordinateForm(row.value, 10), row.p10) << row.value;
@@ -71,14 +71,14 @@ TEST(XmlWriterTest, CoordinateFormTables) {
     try {
         gml::coordinateForm(1.0, 1000000000);
         FAIL() << "no exception";
-    } catch (const std::runtime_error& error) {
+    } catch (std::runtime_error const& error) {
         EXPECT_STREQ(error.what(), "Failed to convert coordinate to string.");
     }
     EXPECT_THROW(gml::coordinateForm(1e300, 100), std::runtime_error);
 }
 
 TEST(XmlWriterTest, NonFiniteCoordinatesHaveFixedTexts) {
-    const double inf = std::numeric_limits<double>::infinity();
+    double const inf = std::numeric_limits<double>::infinity();
     EXPECT_EQ(gml::coordinateForm(inf, 3), "inf");
     EXPECT_EQ(gml::coordinateForm(-inf, 3), "-inf");
     EXPECT_EQ(gml::coordinateForm(fromBits(0x7FF8000000000000ull), 3), "nan");
@@ -118,7 +118,7 @@ TEST(XmlWriterTest, CoordinatePrecisionFromVertexPrecision) {
     const std::pair<double, int> rows[] = {{1.0, 0},    {0.5, 1},   {0.1, 1},
                                            {0.05, 2},   {0.02, 2},  {0.01, 2},
                                            {0.0015, 3}, {0.001, 3}, {1e-10, 10}};
-    for (const auto& [vertexPrecision, digits] : rows)
+    for (auto const& [vertexPrecision, digits] : rows)
         EXPECT_EQ(gml::coordinatePrecisionFor(vertexPrecision), digits) << vertexPrecision;
 }
 

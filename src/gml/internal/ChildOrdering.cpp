@@ -13,15 +13,15 @@ const std::wregex lodTagRegex(L"[a-zA-Z]+:lod([0-5])(geometry|Geometry|solid|Sol
                               L"MultiSurface|multicurve|MultiCurve|point|Point)",
                               std::regex_constants::ECMAScript);
 
-const wchar_t* const demReliefTags[] = {L"dem:TINRelief", L"dem:MassPointRelief",
+wchar_t const* const demReliefTags[] = {L"dem:TINRelief", L"dem:MassPointRelief",
                                         L"dem:BreaklineRelief", L"dem:grid"};
 
 // Insertion sort keeps equal elements in place, which is why short lists use it.
 constexpr std::size_t insertionSortLimit = 32;
 
 template <typename Before> void sortWith(NodeList& nodes, Before before) {
-    const auto compare = [&](const std::shared_ptr<CityElementNode>& a,
-                             const std::shared_ptr<CityElementNode>& b) {
+    auto const compare = [&](std::shared_ptr<CityElementNode> const& a,
+                             std::shared_ptr<CityElementNode> const& b) {
         return before(a->tag, b->tag);
     };
     if (nodes.size() > insertionSortLimit) {
@@ -41,22 +41,22 @@ template <typename Before> void sortWith(NodeList& nodes, Before before) {
 
 } // namespace
 
-std::uint8_t lodOfTag(const std::wstring& tag) {
+std::uint8_t lodOfTag(std::wstring const& tag) {
     std::wsmatch match;
     if (!std::regex_match(tag, match, lodTagRegex))
         return 255;
     return static_cast<std::uint8_t>(match[1].str()[0] - L'0');
 }
 
-bool isDemReliefTag(const std::wstring& tag) {
-    for (const wchar_t* relief : demReliefTags) {
+bool isDemReliefTag(std::wstring const& tag) {
+    for (wchar_t const* relief : demReliefTags) {
         if (tag == relief)
             return true;
     }
     return false;
 }
 
-bool lodThenBoundedByLast(const std::wstring& a, const std::wstring& b) {
+bool lodThenBoundedByLast(std::wstring const& a, std::wstring const& b) {
     const std::uint8_t lodA = lodOfTag(a);
     const std::uint8_t lodB = lodOfTag(b);
     if (lodA < lodB)
@@ -68,7 +68,7 @@ bool lodThenBoundedByLast(const std::wstring& a, const std::wstring& b) {
     return b.find(L"boundedBy") != std::wstring::npos;
 }
 
-bool boundaryThenLod(const std::wstring& a, const std::wstring& b) {
+bool boundaryThenLod(std::wstring const& a, std::wstring const& b) {
     if (b == L"core:boundary")
         return false;
     if (a == L"core:boundary")
@@ -84,8 +84,8 @@ bool boundaryThenLod(const std::wstring& a, const std::wstring& b) {
     return a == L"trans:section";
 }
 
-bool byRankTable(const wchar_t* const* table, std::size_t rows, const std::wstring& a,
-                 const std::wstring& b) {
+bool byRankTable(wchar_t const* const* table, std::size_t rows, std::wstring const& a,
+                 std::wstring const& b) {
     for (std::size_t row = 0; row < rows; ++row) {
         if (b == table[row])
             return false;
@@ -95,12 +95,12 @@ bool byRankTable(const wchar_t* const* table, std::size_t rows, const std::wstri
     return false;
 }
 
-void sortNodes(NodeList& nodes, bool (*before)(const std::wstring&, const std::wstring&)) {
+void sortNodes(NodeList& nodes, bool (*before)(std::wstring const&, std::wstring const&)) {
     sortWith(nodes, before);
 }
 
-void sortNodesByTable(NodeList& nodes, const wchar_t* const* table, std::size_t rows) {
-    sortWith(nodes, [table, rows](const std::wstring& a, const std::wstring& b) {
+void sortNodesByTable(NodeList& nodes, wchar_t const* const* table, std::size_t rows) {
+    sortWith(nodes, [table, rows](std::wstring const& a, std::wstring const& b) {
         return byRankTable(table, rows, a, b);
     });
 }

@@ -8,13 +8,13 @@
 
 namespace gml {
 
-bool tryParseInt(const std::wstring& text, int& result) {
-    const wchar_t* begin = text.c_str();
+bool tryParseInt(std::wstring const& text, int& result) {
+    wchar_t const* begin = text.c_str();
     wchar_t* end = nullptr;
-    const int savedErrno = errno;
+    int const savedErrno = errno;
     errno = 0;
-    const long value = std::wcstol(begin, &end, 10);
-    const bool rangeError = errno == ERANGE;
+    long const value = std::wcstol(begin, &end, 10);
+    bool const rangeError = errno == ERANGE;
     errno = savedErrno;
     if (end == begin || rangeError || value < INT_MIN || value > INT_MAX)
         return false;
@@ -24,13 +24,13 @@ bool tryParseInt(const std::wstring& text, int& result) {
     return true;
 }
 
-bool tryParseDouble(const std::wstring& text, double& result) {
-    const wchar_t* begin = text.c_str();
+bool tryParseDouble(std::wstring const& text, double& result) {
+    wchar_t const* begin = text.c_str();
     wchar_t* end = nullptr;
-    const int savedErrno = errno;
+    int const savedErrno = errno;
     errno = 0;
-    const double value = std::wcstod(begin, &end);
-    const bool rangeError = errno == ERANGE;
+    double const value = std::wcstod(begin, &end);
+    bool const rangeError = errno == ERANGE;
     errno = savedErrno;
     if (end == begin || rangeError)
         return false;
@@ -40,8 +40,8 @@ bool tryParseDouble(const std::wstring& text, double& result) {
     return true;
 }
 
-void writeGenericAttribute(XmlWriter& writer, const std::wstring& typeName,
-                           const std::wstring& name, const std::wstring& value) {
+void writeGenericAttribute(XmlWriter& writer, std::wstring const& typeName,
+                           std::wstring const& name, std::wstring const& value) {
     if (writer.version < 3) {
         writer.startElement(L"gen:" + typeName, std::wstring(), {{L"name", name}});
         writer.writeTextElement(L"gen:value", value);

@@ -82,7 +82,7 @@ std::string CommandLine::usage() {
            "                                      an attributes file beside it)\n"
            "  gmlcodec convert IN.obj OUT.gml     convert OBJ (with its .mtl and textures) to "
            "CityGML\n"
-           "  gmlcodec convert IN.gml OUT.gml     decode and encode again, features and ids kept\n"
+           "  gmlcodec convert IN.gml OUT.gml     decode and encode again, feature hierarchy kept\n"
            "  gmlcodec convert IN OUT.glb|.gltf   CityGML or OBJ to glTF 2.0, georeferenced\n"
            "                                      (.gml, .citygml and .xml are all CityGML)\n"
            "  gmlcodec convert DIR OUTDIR --to F  every CityGML file below DIR to obj, glb, gltf\n"

@@ -5,21 +5,23 @@ std::string FeatureTable::generated(std::string const& tag) {
 }
 
 std::string const& FeatureTable::topId(MeshPath const& path) {
-    auto it = topIds.find(path.topKey);
-    if (it == topIds.end()) {
+    bool added = false;
+    uint32_t const number = tops.insert(path.topKey, added);
+    if (added) {
         std::string const tag = path.topKey.substr(0, path.topKey.find('['));
-        it = topIds.emplace(path.topKey, path.topId.empty() ? generated(tag) : path.topId).first;
+        topIds.push_back(path.topId.empty() ? generated(tag) : path.topId);
     }
-    return it->second;
+    return topIds[number];
 }
 
 uint32_t FeatureTable::add(MeshPath const& path) {
-    auto const known = byKey.find(path.featureKey);
-    if (known != byKey.end()) {
-        Row& row = table[known->second];
+    bool added = false;
+    uint32_t const number = features.insert(path.featureKey, added);
+    if (!added) {
+        Row& row = table[number];
         if (path.lod > row.lod)
             row.lod = path.lod;
-        return known->second;
+        return number;
     }
     Row row;
     row.tag = path.featureTag;
@@ -29,8 +31,6 @@ uint32_t FeatureTable::add(MeshPath const& path) {
                  : (path.featureId.empty() ? generated(path.featureTag) : path.featureId);
     row.path = path.featureKey;
     row.lod = path.lod;
-    uint32_t const index = static_cast<uint32_t>(table.size());
     table.push_back(std::move(row));
-    byKey.emplace(path.featureKey, index);
-    return index;
+    return number;
 }

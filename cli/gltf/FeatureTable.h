@@ -1,8 +1,10 @@
 #pragma once
 
+#include "KeyIndex.h"
 #include "lod/MeshPath.h"
 
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -26,12 +28,15 @@ public:
     std::string const& topId(MeshPath const& path);
 
     std::vector<Row> const& rows() const { return table; }
+    // Room for this many rows.
+    void reserve(std::size_t rows) { table.reserve(rows); }
 
 private:
     std::string generated(std::string const& tag);
 
-    std::unordered_map<std::string, uint32_t> byKey;
-    std::unordered_map<std::string, std::string> topIds;
+    KeyIndex features;              // feature keys, numbered as the rows
+    KeyIndex tops;                  // top-level keys, numbered as topIds
+    std::deque<std::string> topIds; // stays in place: topId() hands out references
     std::unordered_map<std::string, uint32_t> counters;
     std::vector<Row> table;
 };

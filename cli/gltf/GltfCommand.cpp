@@ -90,8 +90,9 @@ int GltfCommand::run(CodecHost const& host, CommandLine const& line, std::ostrea
             meshes = geometry->getMeshes();
     }
     GeometrySummary const summary(geometry, std::wstring(), false);
+    std::vector<MeshPath> paths;
     std::vector<std::shared_ptr<koltx::Mesh>> selected =
-        LodSelection::fromOptions(line.mesh.allLods, line.encode.lod).apply(meshes);
+        LodSelection::fromOptions(line.mesh.allLods, line.encode.lod).apply(meshes, &paths);
 
     try {
         std::array<double, 3> low, high;
@@ -100,6 +101,7 @@ int GltfCommand::run(CodecHost const& host, CommandLine const& line, std::ostrea
                              high, warnings);
         GltfWriter::Input scene;
         scene.meshes = std::move(selected);
+        scene.paths = std::move(paths);
         scene.perFeature = line.mesh.perFeature;
         scene.nodeName = fs::path(input).stem().string();
         scene.extras = frame.extras();

@@ -36,18 +36,27 @@ std::vector<bool> LodSelection::keep(std::vector<MeshPath> const& paths) const {
 }
 
 std::vector<std::shared_ptr<koltx::Mesh>>
-LodSelection::apply(std::vector<std::shared_ptr<koltx::Mesh>> const& meshes) const {
-    if (mode == Mode::All)
+LodSelection::apply(std::vector<std::shared_ptr<koltx::Mesh>> const& meshes,
+                    std::vector<MeshPath>* paths) const {
+    if (mode == Mode::All && paths == nullptr)
         return meshes;
-    std::vector<MeshPath> paths;
-    paths.reserve(meshes.size());
+    std::vector<MeshPath> all;
+    all.reserve(meshes.size());
     for (auto const& mesh : meshes)
-        paths.push_back(MeshPath::parse(mesh->getName()));
-    std::vector<bool> const kept = keep(paths);
+        all.push_back(MeshPath::parse(mesh->getName()));
+    std::vector<bool> const kept = keep(all);
     std::vector<std::shared_ptr<koltx::Mesh>> out;
+    out.reserve(meshes.size());
+    if (paths != nullptr) {
+        paths->clear();
+        paths->reserve(meshes.size());
+    }
     for (std::size_t i = 0; i < meshes.size(); ++i) {
-        if (kept[i])
-            out.push_back(meshes[i]);
+        if (!kept[i])
+            continue;
+        out.push_back(meshes[i]);
+        if (paths != nullptr)
+            paths->push_back(std::move(all[i]));
     }
     return out;
 }

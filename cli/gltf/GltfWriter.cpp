@@ -195,8 +195,8 @@ void GltfWriter::plan(std::wstring& warnings) {
             uint32_t const material = local < meshMaterials[m].size()
                                           ? meshMaterials[m][local]
                                           : materialIndex(nullptr, warnings);
-            auto const [it, added] = primitiveOf.emplace(std::make_pair(meshNode[m], material),
-                                                         static_cast<uint32_t>(primitives.size()));
+            auto const [it, added] = primitiveOf.try_emplace(
+                std::make_pair(meshNode[m], material), static_cast<uint32_t>(primitives.size()));
             if (added) {
                 primitives.emplace_back();
                 primitives.back().node = meshNode[m];
@@ -219,6 +219,8 @@ void GltfWriter::plan(std::wstring& warnings) {
             sums.triangles += n - 2;
             sums.vertices += n;
         }
+        if (in.paths.size() == in.meshes.size())
+            in.paths[m] = MeshPath(); // what it says is in the table now
     }
     if (skipped > 0)
         warnings += std::to_wstring(skipped) +
@@ -235,36 +237,44 @@ void GltfWriter::plan(std::wstring& warnings) {
             }
         }
     }
-    // The property table: strings as values and UINT32 offsets, levels as UINT8.
-    auto const addView = [this](std::string const& bytes) {
-        metadataViews.emplace_back(metadata.size(), bytes.size());
-        metadata += bytes;
-        metadata.resize((metadata.size() + 7) & ~std::size_t(7), '\0');
+    std::vector<MeshPath>().swap(in.paths);
+    // The property table: strings as values and UINT32 offsets, levels as UINT8; each part
+    // written in place, in a buffer of its final size.
+    auto const id = [](FeatureTable::Row const& r) -> std::string const& { return r.id; };
+    auto const tag = [](FeatureTable::Row const& r) -> std::string const& { return r.tag; };
+    auto const top = [](FeatureTable::Row const& r) -> std::string const& { return r.topId; };
+    auto const path = [](FeatureTable::Row const& r) -> std::string const& { return r.path; };
+    auto const padded = [](std::size_t n) { return (n + 7) & ~std::size_t(7); };
+    std::size_t const rows = table.rows().size();
+    std::size_t total = padded(rows) + 4 * padded((rows + 1) * 4);
+    for (auto const& row : table.rows())
+        total += row.id.size() + row.tag.size() + row.topId.size() + row.path.size();
+    metadata.reserve(total + 4 * 7);
+    auto const endView = [this, &padded](std::size_t start) {
+        metadataViews.emplace_back(start, metadata.size() - start);
+        metadata.resize(padded(metadata.size()), '\0');
     };
     auto const addStrings = [&](auto const& field) {
-        std::size_t bytes = 0;
-        for (auto const& row : table.rows())
-            bytes += field(row).size();
-        std::string values;
-        values.reserve(bytes);
-        std::vector<uint32_t> offsets;
-        offsets.reserve(table.rows().size() + 1);
-        offsets.push_back(0);
+        std::size_t const start = metadata.size();
+        std::vector<uint32_t> offsets{0};
+        offsets.reserve(rows + 1);
         for (auto const& row : table.rows()) {
-            values += field(row);
-            offsets.push_back(static_cast<uint32_t>(values.size()));
+            metadata += field(row);
+            offsets.push_back(static_cast<uint32_t>(metadata.size() - start));
         }
-        addView(values);
-        addView(std::string(reinterpret_cast<char const*>(offsets.data()), offsets.size() * 4));
+        endView(start);
+        std::size_t const at = metadata.size();
+        metadata.append(reinterpret_cast<char const*>(offsets.data()), offsets.size() * 4);
+        endView(at);
     };
-    addStrings([](FeatureTable::Row const& r) -> std::string const& { return r.id; });
-    addStrings([](FeatureTable::Row const& r) -> std::string const& { return r.tag; });
-    addStrings([](FeatureTable::Row const& r) -> std::string const& { return r.topId; });
-    addStrings([](FeatureTable::Row const& r) -> std::string const& { return r.path; });
-    std::string levels;
+    addStrings(id);
+    addStrings(tag);
+    addStrings(top);
+    addStrings(path);
+    std::size_t const at = metadata.size();
     for (auto const& row : table.rows())
-        levels.push_back(static_cast<char>(row.lod < 0 ? 255 : row.lod));
-    addView(levels);
+        metadata.push_back(static_cast<char>(row.lod < 0 ? 255 : row.lod));
+    endView(at);
     sums.materials = materials.size();
     sums.textures = images.size();
     sums.features = table.rows().size();

@@ -44,19 +44,20 @@ LodSelection::apply(std::vector<std::shared_ptr<koltx::Mesh>> const& meshes,
     all.reserve(meshes.size());
     for (auto const& mesh : meshes)
         all.push_back(MeshPath::parse(mesh->getName()));
-    std::vector<bool> const kept = keep(all);
+    std::vector<bool> const chosen = keep(all);
     std::vector<std::shared_ptr<koltx::Mesh>> out;
-    out.reserve(meshes.size());
-    if (paths != nullptr) {
-        paths->clear();
-        paths->reserve(meshes.size());
-    }
+    std::size_t kept = 0;
     for (std::size_t i = 0; i < meshes.size(); ++i) {
-        if (!kept[i])
+        if (!chosen[i])
             continue;
         out.push_back(meshes[i]);
-        if (paths != nullptr)
-            paths->push_back(std::move(all[i]));
+        if (paths != nullptr && kept != i)
+            all[kept] = std::move(all[i]);
+        ++kept;
+    }
+    if (paths != nullptr) {
+        all.resize(kept);
+        *paths = std::move(all);
     }
     return out;
 }

@@ -7,6 +7,7 @@
 #include <deque>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 // One row per feature that carries geometry, in the order features are first met. A feature is
@@ -28,6 +29,10 @@ public:
     std::string const& topId(MeshPath const& path);
 
     std::vector<Row> const& rows() const { return table; }
+    // The property table's bytes, appended to `bytes`: ids, classes, top-level ids and paths as
+    // strings with UINT32 offsets, then levels as UINT8 (255 for none). Each part starts at a
+    // multiple of 8; `views` gets its offset and length.
+    void encode(std::string& bytes, std::vector<std::pair<uint64_t, uint64_t>>& views) const;
     // Room for this many rows.
     void reserve(std::size_t rows) { table.reserve(rows); }
 

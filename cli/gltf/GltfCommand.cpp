@@ -19,6 +19,7 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <memory>
 #include <ostream>
 
 namespace fs = std::filesystem;
@@ -113,7 +114,12 @@ int GltfCommand::run(CodecHost const& host, CommandLine const& line, std::ostrea
         for (auto const& [name, value] : summary.attributes)
             attributes[name] = nlohmann::ordered_json::parse(value, nullptr, false);
         scene.extras["attributes"] = attributes;
-        GltfWriter const writer(std::move(scene), frame, warnings);
+        // The tool writes once and then exits: the operating system reclaims the writer's
+        // tables far faster than freeing them one by one would, so, like the decoded model,
+        // they are kept to the end of the process.
+        static auto* const retained = new std::vector<std::unique_ptr<GltfWriter const>>();
+        retained->push_back(std::make_unique<GltfWriter const>(std::move(scene), frame, warnings));
+        GltfWriter const& writer = *retained->back();
         if (lowerExtension(output) == ".glb") {
             AtomicFile file(output);
             writer.writeGlb(file.stream());

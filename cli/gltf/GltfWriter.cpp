@@ -238,43 +238,7 @@ void GltfWriter::plan(std::wstring& warnings) {
         }
     }
     std::vector<MeshPath>().swap(in.paths);
-    // The property table: strings as values and UINT32 offsets, levels as UINT8; each part
-    // written in place, in a buffer of its final size.
-    auto const id = [](FeatureTable::Row const& r) -> std::string const& { return r.id; };
-    auto const tag = [](FeatureTable::Row const& r) -> std::string const& { return r.tag; };
-    auto const top = [](FeatureTable::Row const& r) -> std::string const& { return r.topId; };
-    auto const path = [](FeatureTable::Row const& r) -> std::string const& { return r.path; };
-    auto const padded = [](std::size_t n) { return (n + 7) & ~std::size_t(7); };
-    std::size_t const rows = table.rows().size();
-    std::size_t total = padded(rows) + 4 * padded((rows + 1) * 4);
-    for (auto const& row : table.rows())
-        total += row.id.size() + row.tag.size() + row.topId.size() + row.path.size();
-    metadata.reserve(total + 4 * 7);
-    auto const endView = [this, &padded](std::size_t start) {
-        metadataViews.emplace_back(start, metadata.size() - start);
-        metadata.resize(padded(metadata.size()), '\0');
-    };
-    auto const addStrings = [&](auto const& field) {
-        std::size_t const start = metadata.size();
-        std::vector<uint32_t> offsets{0};
-        offsets.reserve(rows + 1);
-        for (auto const& row : table.rows()) {
-            metadata += field(row);
-            offsets.push_back(static_cast<uint32_t>(metadata.size() - start));
-        }
-        endView(start);
-        std::size_t const at = metadata.size();
-        metadata.append(reinterpret_cast<char const*>(offsets.data()), offsets.size() * 4);
-        endView(at);
-    };
-    addStrings(id);
-    addStrings(tag);
-    addStrings(top);
-    addStrings(path);
-    std::size_t const at = metadata.size();
-    for (auto const& row : table.rows())
-        metadata.push_back(static_cast<char>(row.lod < 0 ? 255 : row.lod));
-    endView(at);
+    table.encode(metadata, metadataViews);
     sums.materials = materials.size();
     sums.textures = images.size();
     sums.features = table.rows().size();

@@ -149,6 +149,7 @@ void GltfWriter::plan(std::wstring& warnings) {
     meshNode.assign(in.meshes.size(), 0);
     meshMaterials.resize(in.meshes.size());
     table.reserve(in.meshes.size());
+    bool const pathsGiven = in.paths.size() == in.meshes.size();
     if (!in.perFeature)
         nodeNames.push_back(in.nodeName);
     for (uint32_t m = 0; m < in.meshes.size(); ++m) {
@@ -174,10 +175,8 @@ void GltfWriter::plan(std::wstring& warnings) {
             }
             if (!used) {
                 used = true;
-                MeshPath const parsed = in.paths.size() == in.meshes.size()
-                                            ? MeshPath()
-                                            : MeshPath::parse(mesh.getName());
-                MeshPath const& path = in.paths.size() == in.meshes.size() ? in.paths[m] : parsed;
+                MeshPath const parsed = pathsGiven ? MeshPath() : MeshPath::parse(mesh.getName());
+                MeshPath const& path = pathsGiven ? in.paths[m] : parsed;
                 meshFeature[m] = table.add(path);
                 if (in.perFeature) {
                     auto const [it, added] =
@@ -219,7 +218,7 @@ void GltfWriter::plan(std::wstring& warnings) {
             sums.triangles += n - 2;
             sums.vertices += n;
         }
-        if (in.paths.size() == in.meshes.size())
+        if (pathsGiven)
             in.paths[m] = MeshPath(); // what it says is in the table now
     }
     if (skipped > 0)

@@ -30,6 +30,10 @@ thread_local std::function<void(uint64_t)> batchHook;
 
 } // namespace
 
+bool FileDecoder::inBatch() {
+    return static_cast<bool>(batchHook);
+}
+
 void FileDecoder::setBatchHook(std::function<void(uint64_t)> onBytes) {
     batchHook = std::move(onBytes);
 }

@@ -45,6 +45,9 @@ public:
     // instead of a bar being drawn, and decoded contents are freed with their last owner
     // rather than kept to the end of the process. An empty function ends it.
     static void setBatchHook(std::function<void(uint64_t)> onBytes);
+    // Whether this thread runs over many files: what a single conversion may leave to the end of
+    // the process must then be freed as it goes.
+    static bool inBatch();
 
 private:
     koltx::ExtensionManager& manager;

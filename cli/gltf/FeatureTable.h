@@ -1,10 +1,13 @@
 #pragma once
 
+#include "KeyIndex.h"
 #include "lod/MeshPath.h"
 
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 // One row per feature that carries geometry, in the order features are first met. A feature is
@@ -26,12 +29,19 @@ public:
     std::string const& topId(MeshPath const& path);
 
     std::vector<Row> const& rows() const { return table; }
+    // The property table's bytes, appended to `bytes`: ids, classes, top-level ids and paths as
+    // strings with UINT32 offsets, then levels as UINT8 (255 for none). Each part starts at a
+    // multiple of 8; `views` gets its offset and length.
+    void encode(std::string& bytes, std::vector<std::pair<uint64_t, uint64_t>>& views) const;
+    // Room for this many rows.
+    void reserve(std::size_t rows) { table.reserve(rows); }
 
 private:
     std::string generated(std::string const& tag);
 
-    std::unordered_map<std::string, uint32_t> byKey;
-    std::unordered_map<std::string, std::string> topIds;
+    KeyIndex features;              // feature keys, numbered as the rows
+    KeyIndex tops;                  // top-level keys, numbered as topIds
+    std::deque<std::string> topIds; // stays in place: topId() hands out references
     std::unordered_map<std::string, uint32_t> counters;
     std::vector<Row> table;
 };

@@ -21,6 +21,7 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <memory>
 #include <ostream>
 
 namespace fs = std::filesystem;
@@ -92,8 +93,9 @@ int GltfCommand::run(CodecHost const& host, CommandLine const& line, std::ostrea
             meshes = geometry->getMeshes();
     }
     GeometrySummary const summary(geometry, std::wstring(), false);
+    std::vector<MeshPath> paths;
     std::vector<std::shared_ptr<koltx::Mesh>> selected =
-        LodSelection::fromOptions(line.mesh.allLods, line.encode.lod).apply(meshes);
+        LodSelection::fromOptions(line.mesh.allLods, line.encode.lod).apply(meshes, &paths);
 
     try {
         std::array<double, 3> low, high;
@@ -102,6 +104,7 @@ int GltfCommand::run(CodecHost const& host, CommandLine const& line, std::ostrea
                              high, warnings);
         GltfWriter::Input scene;
         scene.meshes = std::move(selected);
+        scene.paths = std::move(paths);
         scene.perFeature = line.mesh.perFeature;
         scene.nodeName = fs::path(input).stem().string();
         scene.extras = frame.extras();
@@ -113,7 +116,15 @@ int GltfCommand::run(CodecHost const& host, CommandLine const& line, std::ostrea
         for (auto const& [name, value] : summary.attributes)
             attributes[name] = nlohmann::ordered_json::parse(value, nullptr, false);
         scene.extras["attributes"] = attributes;
-        GltfWriter const writer(std::move(scene), frame, warnings);
+        // A single conversion writes once and then exits: the operating system reclaims the
+        // writer's tables far faster than freeing them one by one would, so, like the decoded
+        // model, they are kept to the end of the process. Runs over many files free them.
+        auto owned = std::make_unique<GltfWriter const>(std::move(scene), frame, warnings);
+        GltfWriter const& writer = *owned;
+        if (!FileDecoder::inBatch()) {
+            static auto* const retained = new std::vector<std::unique_ptr<GltfWriter const>>();
+            retained->push_back(std::move(owned));
+        }
         if (FileNames::lowerExtension(output) == ".glb") {
             AtomicFile file(output);
             writer.writeGlb(file.stream());

@@ -1,6 +1,9 @@
 #include "GltfWriter.h"
 
 #include "AtomicFile.h"
+#include "BlockWriter.h"
+#include "FaceConvexity.h"
+#include "PngChunkFilter.h"
 #include "geo/GeoFrame.h"
 #include "lod/MeshPath.h"
 
@@ -16,7 +19,6 @@
 #include <cmath>
 #include <cstring>
 #include <fstream>
-#include <iterator>
 #include <map>
 #include <stdexcept>
 #include <unordered_map>
@@ -43,45 +45,6 @@ double clamp01(double v) {
     return std::isfinite(v) ? std::min(1.0, std::max(0.0, v)) : 0.0;
 }
 
-// Faces that are not triangles or convex polygons need the tesselator; the rest are fanned.
-bool convex(koltx::Mesh const& mesh, uint32_t face) {
-    uint32_t const n = mesh.getFaceVertexCount(face);
-    if (n <= 3)
-        return true;
-    double normal[3];
-    koltx::MeshUtils::faceNormal(mesh, face, normal);
-    uint32_t const* v = mesh.getFaceVertexIndices(face);
-    double const* c = mesh.getVertexCoords().data();
-    for (uint32_t i = 0; i < n; ++i) {
-        double const* a = c + size_t(v[i]) * 3;
-        double const* b = c + size_t(v[(i + 1) % n]) * 3;
-        double const* d = c + size_t(v[(i + 2) % n]) * 3;
-        double const e1[3] = {b[0] - a[0], b[1] - a[1], b[2] - a[2]};
-        double const e2[3] = {d[0] - b[0], d[1] - b[1], d[2] - b[2]};
-        double const cross[3] = {e1[1] * e2[2] - e1[2] * e2[1], e1[2] * e2[0] - e1[0] * e2[2],
-                                 e1[0] * e2[1] - e1[1] * e2[0]};
-        // Collinear corners give a turn of rounding noise, which is no concavity.
-        double const turn = cross[0] * normal[0] + cross[1] * normal[1] + cross[2] * normal[2];
-        double const scale =
-            std::sqrt((e1[0] * e1[0] + e1[1] * e1[1] + e1[2] * e1[2]) *
-                      (e2[0] * e2[0] + e2[1] * e2[1] + e2[2] * e2[2]) *
-                      (normal[0] * normal[0] + normal[1] * normal[1] + normal[2] * normal[2]));
-        if (turn < -1e-9 * scale)
-            return false;
-    }
-    return true;
-}
-
-bool needsTesselator(koltx::Mesh const& mesh) {
-    if (mesh.hasHoles())
-        return true;
-    for (uint32_t f = 0; f < mesh.getFaceCount(); ++f) {
-        if (!convex(mesh, f))
-            return true;
-    }
-    return false;
-}
-
 std::string mimeOf(fs::path const& file) {
     unsigned char head[4] = {};
     std::ifstream in(file, std::ios::binary);
@@ -91,29 +54,6 @@ std::string mimeOf(fs::path const& file) {
     if (head[0] == 0xFF && head[1] == 0xD8)
         return "image/jpeg";
     return std::string();
-}
-
-// A PNG's bytes without the chunks that declare a colour space (iCCP, cHRM, gAMA, sRGB, cICP):
-// glTF defines base colours as sRGB and viewers ignore them. Pixels stay byte for byte; an
-// empty result means nothing had to go.
-std::string withoutColourSpace(fs::path const& file) {
-    std::ifstream in(file, std::ios::binary);
-    std::string const data((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    std::string out = data.substr(0, 8);
-    bool dropped = false;
-    for (std::size_t i = 8; i + 12 <= data.size();) {
-        auto const* p = reinterpret_cast<unsigned char const*>(data.data() + i);
-        uint64_t const length = (uint64_t(p[0]) << 24) | (p[1] << 16) | (p[2] << 8) | p[3];
-        if (i + 12 + length > data.size())
-            return std::string(); // damaged: left as it is
-        std::string const type = data.substr(i + 4, 4);
-        if (type == "iCCP" || type == "cHRM" || type == "gAMA" || type == "sRGB" || type == "cICP")
-            dropped = true;
-        else
-            out.append(data, i, 12 + length);
-        i += 12 + length;
-    }
-    return dropped ? out : std::string();
 }
 
 // Letters, digits, "-", "_" and "." stay; the rest is percent-encoded for a URI.
@@ -130,32 +70,6 @@ std::string uriOf(std::string const& name) {
     }
     return out;
 }
-
-// Bytes go out in large blocks.
-class BlockWriter {
-public:
-    explicit BlockWriter(std::ostream& out) : out(out) { block.reserve(Size); }
-    ~BlockWriter() { flush(); }
-    void put(void const* data, std::size_t n) {
-        auto const* p = static_cast<char const*>(data);
-        block.insert(block.end(), p, p + n);
-        if (block.size() >= Size)
-            flush();
-    }
-    void pad(uint64_t n, char c = 0) {
-        for (uint64_t i = 0; i < n; ++i)
-            block.push_back(c);
-    }
-    void flush() {
-        out.write(block.data(), static_cast<std::streamsize>(block.size()));
-        block.clear();
-    }
-
-private:
-    static constexpr std::size_t Size = 1 << 20;
-    std::ostream& out;
-    std::vector<char> block;
-};
 
 } // namespace
 
@@ -198,7 +112,7 @@ uint32_t GltfWriter::materialIndex(koltx::Material const* material, std::wstring
                 entry.image = static_cast<int>(images.size());
                 Image image{source, fs::file_size(source), mime, std::string()};
                 if (mime == "image/png") {
-                    image.bytes = withoutColourSpace(source);
+                    image.bytes = PngChunkFilter::withoutColourSpace(source);
                     if (!image.bytes.empty())
                         image.size = image.bytes.size();
                 }
@@ -234,19 +148,23 @@ void GltfWriter::plan(std::wstring& warnings) {
     meshFeature.assign(in.meshes.size(), UINT32_MAX);
     meshNode.assign(in.meshes.size(), 0);
     meshMaterials.resize(in.meshes.size());
+    table.reserve(in.meshes.size());
+    bool const pathsGiven = in.paths.size() == in.meshes.size();
     if (!in.perFeature)
         nodeNames.push_back(in.nodeName);
     for (uint32_t m = 0; m < in.meshes.size(); ++m) {
-        if (needsTesselator(*in.meshes[m]))
+        if (FaceConvexity::needsTesselator(*in.meshes[m]))
             in.meshes[m] = koltx::MeshUtils::triangulate(in.meshes[m], &warnings);
         koltx::Mesh const& mesh = *in.meshes[m];
         transform(m, file, out);
         bool used = false;
+        bool const holes = mesh.hasHoles();
+        auto const& offsets = mesh.getFaceVertexOffsets();
         for (uint32_t f = 0; f < mesh.getFaceCount(); ++f) {
-            if (mesh.isHoleFace(f))
+            if (holes && mesh.isHoleFace(f))
                 continue;
-            uint32_t const n = mesh.getFaceVertexCount(f);
-            uint32_t const* v = mesh.getFaceVertexIndices(f);
+            uint32_t const n = offsets[f + 1] - offsets[f];
+            uint32_t const* v = mesh.getVertexIndices().data() + offsets[f];
             bool finite = n >= 3;
             for (uint32_t k = 0; k < n && finite; ++k)
                 for (int a = 0; a < 3; ++a)
@@ -257,7 +175,8 @@ void GltfWriter::plan(std::wstring& warnings) {
             }
             if (!used) {
                 used = true;
-                MeshPath const path = MeshPath::parse(mesh.getName());
+                MeshPath const parsed = pathsGiven ? MeshPath() : MeshPath::parse(mesh.getName());
+                MeshPath const& path = pathsGiven ? in.paths[m] : parsed;
                 meshFeature[m] = table.add(path);
                 if (in.perFeature) {
                     auto const [it, added] =
@@ -275,8 +194,8 @@ void GltfWriter::plan(std::wstring& warnings) {
             uint32_t const material = local < meshMaterials[m].size()
                                           ? meshMaterials[m][local]
                                           : materialIndex(nullptr, warnings);
-            auto const [it, added] = primitiveOf.emplace(std::make_pair(meshNode[m], material),
-                                                         static_cast<uint32_t>(primitives.size()));
+            auto const [it, added] = primitiveOf.try_emplace(
+                std::make_pair(meshNode[m], material), static_cast<uint32_t>(primitives.size()));
             if (added) {
                 primitives.emplace_back();
                 primitives.back().node = meshNode[m];
@@ -299,6 +218,8 @@ void GltfWriter::plan(std::wstring& warnings) {
             sums.triangles += n - 2;
             sums.vertices += n;
         }
+        if (pathsGiven)
+            in.paths[m] = MeshPath(); // what it says is in the table now
     }
     if (skipped > 0)
         warnings += std::to_wstring(skipped) +
@@ -315,30 +236,8 @@ void GltfWriter::plan(std::wstring& warnings) {
             }
         }
     }
-    // The property table: strings as values and UINT32 offsets, levels as UINT8.
-    auto const addView = [this](std::string const& bytes) {
-        metadataViews.emplace_back(metadata.size(), bytes.size());
-        metadata += bytes;
-        metadata.resize((metadata.size() + 7) & ~std::size_t(7), '\0');
-    };
-    auto const addStrings = [&](auto const& field) {
-        std::string values;
-        std::vector<uint32_t> offsets{0};
-        for (auto const& row : table.rows()) {
-            values += field(row);
-            offsets.push_back(static_cast<uint32_t>(values.size()));
-        }
-        addView(values);
-        addView(std::string(reinterpret_cast<char const*>(offsets.data()), offsets.size() * 4));
-    };
-    addStrings([](FeatureTable::Row const& r) -> std::string const& { return r.id; });
-    addStrings([](FeatureTable::Row const& r) -> std::string const& { return r.tag; });
-    addStrings([](FeatureTable::Row const& r) -> std::string const& { return r.topId; });
-    addStrings([](FeatureTable::Row const& r) -> std::string const& { return r.path; });
-    std::string levels;
-    for (auto const& row : table.rows())
-        levels.push_back(static_cast<char>(row.lod < 0 ? 255 : row.lod));
-    addView(levels);
+    std::vector<MeshPath>().swap(in.paths);
+    table.encode(metadata, metadataViews);
     sums.materials = materials.size();
     sums.textures = images.size();
     sums.features = table.rows().size();
@@ -544,47 +443,49 @@ void GltfWriter::writeBinary(std::ostream& stream, bool embedImages) const {
                 transform(ref.mesh, file, positions);
                 current = ref.mesh;
             }
-            uint32_t const n = mesh.getFaceVertexCount(ref.face);
-            uint32_t const* v = mesh.getFaceVertexIndices(ref.face);
+            auto const& offsets = mesh.getFaceVertexOffsets();
+            uint32_t const n = offsets[ref.face + 1] - offsets[ref.face];
+            uint32_t const* v = mesh.getVertexIndices().data() + offsets[ref.face];
             // Newell normal of the face in the output frame: flat, whatever the frame.
             double normal[3] = {0, 0, 0};
             for (uint32_t k = 0; k < n; ++k) {
                 float const* a = positions.data() + size_t(v[k]) * 3;
-                float const* b = positions.data() + size_t(v[(k + 1) % n]) * 3;
+                float const* b = positions.data() + size_t(v[k + 1 < n ? k + 1 : 0]) * 3;
                 normal[0] += (double(a[1]) - b[1]) * (double(a[2]) + b[2]);
                 normal[1] += (double(a[2]) - b[2]) * (double(a[0]) + b[0]);
                 normal[2] += (double(a[0]) - b[0]) * (double(a[1]) + b[1]);
             }
             double const length =
                 std::sqrt(normal[0] * normal[0] + normal[1] * normal[1] + normal[2] * normal[2]);
-            float const unit[3] = {
-                length > 0 ? float(normal[0] / length) : 0.0f,
-                length > 0 ? float(normal[1] / length) : 1.0f,
-                length > 0 ? float(normal[2] / length) : 0.0f,
-            };
+            // One vertex: position, normal, texture coordinates when textured, feature id.
+            float vertex[9] = {0, 0, 0, 0, 0, 1, 0, 0, 0};
+            vertex[3] = length > 0 ? float(normal[0] / length) : 0.0f;
+            vertex[4] = length > 0 ? float(normal[1] / length) : 1.0f;
+            vertex[5] = length > 0 ? float(normal[2] / length) : 0.0f;
             uint32_t const* uvIndex = textured ? mesh.getFaceUVIndices(ref.face, 0) : nullptr;
             bool const withUVs = uvIndex != nullptr && mesh.getFaceUVCount(ref.face, 0) == n;
             auto const& uvs = mesh.getUVCoords(0);
             float const feature = static_cast<float>(meshFeature[ref.mesh]);
+            vertex[textured ? 8 : 6] = feature;
+            std::size_t const size = textured ? 36 : 28;
             for (uint32_t k = 0; k < n; ++k) {
-                out.put(positions.data() + size_t(v[k]) * 3, 12);
-                out.put(unit, 12);
+                std::memcpy(vertex, positions.data() + size_t(v[k]) * 3, 12);
                 if (textured) {
-                    float uv[2] = {0, 0};
+                    vertex[6] = vertex[7] = 0;
                     if (withUVs && size_t(uvIndex[k]) * 2 + 1 < uvs.size()) {
-                        uv[0] = static_cast<float>(uvs[size_t(uvIndex[k]) * 2]);
+                        vertex[6] = static_cast<float>(uvs[size_t(uvIndex[k]) * 2]);
                         // glTF's texture origin is the top left.
-                        uv[1] = static_cast<float>(1.0 - uvs[size_t(uvIndex[k]) * 2 + 1]);
+                        vertex[7] = static_cast<float>(1.0 - uvs[size_t(uvIndex[k]) * 2 + 1]);
                     }
-                    out.put(uv, 8);
                 }
-                out.put(&feature, 4);
+                out.put(vertex, size);
             }
         }
         bool const shortIndices = p.vertices <= 0xFFFF;
         uint32_t base = 0;
         for (auto const& ref : p.faces) {
-            uint32_t const n = in.meshes[ref.mesh]->getFaceVertexCount(ref.face);
+            auto const& offsets = in.meshes[ref.mesh]->getFaceVertexOffsets();
+            uint32_t const n = offsets[ref.face + 1] - offsets[ref.face];
             for (uint32_t k = 1; k + 1 < n; ++k) {
                 uint32_t const tri[3] = {base, base + k, base + k + 1};
                 if (shortIndices) {

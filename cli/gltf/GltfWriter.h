@@ -1,6 +1,7 @@
 #pragma once
 
 #include "FeatureTable.h"
+#include "lod/MeshPath.h"
 
 #include <nlohmann/json.hpp>
 
@@ -27,8 +28,9 @@ class GltfWriter {
 public:
     struct Input {
         std::vector<std::shared_ptr<koltx::Mesh>> meshes; // host axes, as decoded
-        bool perFeature = false;                          // one node per top-level feature
-        std::string nodeName = "model";                   // the single node's name otherwise
+        std::vector<MeshPath> paths;    // the meshes' parsed names, same order; parsed when empty
+        bool perFeature = false;        // one node per top-level feature
+        std::string nodeName = "model"; // the single node's name otherwise
         nlohmann::ordered_json extras = nlohmann::ordered_json::object(); // asset.extras
     };
 

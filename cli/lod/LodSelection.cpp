@@ -36,18 +36,28 @@ std::vector<bool> LodSelection::keep(std::vector<MeshPath> const& paths) const {
 }
 
 std::vector<std::shared_ptr<koltx::Mesh>>
-LodSelection::apply(std::vector<std::shared_ptr<koltx::Mesh>> const& meshes) const {
-    if (mode == Mode::All)
+LodSelection::apply(std::vector<std::shared_ptr<koltx::Mesh>> const& meshes,
+                    std::vector<MeshPath>* paths) const {
+    if (mode == Mode::All && paths == nullptr)
         return meshes;
-    std::vector<MeshPath> paths;
-    paths.reserve(meshes.size());
+    std::vector<MeshPath> all;
+    all.reserve(meshes.size());
     for (auto const& mesh : meshes)
-        paths.push_back(MeshPath::parse(mesh->getName()));
-    std::vector<bool> const kept = keep(paths);
+        all.push_back(MeshPath::parse(mesh->getName()));
+    std::vector<bool> const chosen = keep(all);
     std::vector<std::shared_ptr<koltx::Mesh>> out;
+    std::size_t kept = 0;
     for (std::size_t i = 0; i < meshes.size(); ++i) {
-        if (kept[i])
-            out.push_back(meshes[i]);
+        if (!chosen[i])
+            continue;
+        out.push_back(meshes[i]);
+        if (paths != nullptr && kept != i)
+            all[kept] = std::move(all[i]);
+        ++kept;
+    }
+    if (paths != nullptr) {
+        all.resize(kept);
+        *paths = std::move(all);
     }
     return out;
 }

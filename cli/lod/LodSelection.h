@@ -23,9 +23,11 @@ public:
 
     // One flag per path: true when the mesh is kept.
     std::vector<bool> keep(std::vector<MeshPath> const& paths) const;
-    // The kept meshes, by their names, in their order.
+    // The kept meshes, by their names, in their order; their parsed paths in `paths` when given,
+    // so that a writer need not parse them again.
     std::vector<std::shared_ptr<koltx::Mesh>>
-    apply(std::vector<std::shared_ptr<koltx::Mesh>> const& meshes) const;
+    apply(std::vector<std::shared_ptr<koltx::Mesh>> const& meshes,
+          std::vector<MeshPath>* paths = nullptr) const;
 
 private:
     Mode mode = Mode::Highest;

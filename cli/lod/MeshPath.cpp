@@ -55,21 +55,17 @@ bool isFeature(std::string_view tag) {
 MeshPath MeshPath::parse(std::string_view path) {
     MeshPath out;
     bool inGeometry = false;
+    Element top, feature;
     std::size_t featureEnd = 0;
     std::size_t start = 0;
-    bool first = true;
     while (start < path.size()) {
         std::size_t end = path.find('\\', start);
         if (end == std::string_view::npos)
             end = path.size();
         Element const e = split(path.substr(start, end - start));
-        if (first) {
-            out.topKey = std::string(e.text);
-            out.topId = std::string(e.id);
-            out.featureTag = std::string(e.tag);
-            out.featureId = out.topId;
+        if (start == 0) {
+            top = feature = e;
             featureEnd = end;
-            first = false;
         }
         int const level = levelOf(e.tag);
         if (level >= 0 && out.lod < 0)
@@ -77,19 +73,25 @@ MeshPath MeshPath::parse(std::string_view path) {
         if (level >= 0 || isGml(e.tag))
             inGeometry = true;
         if (!inGeometry && start > 0 && isFeature(e.tag)) {
-            out.featureTag = std::string(e.tag);
-            out.featureId = std::string(e.id);
+            feature = e;
             featureEnd = end;
         }
         start = end + 1;
     }
-    out.featureKey = std::string(path.substr(0, featureEnd));
+    // Each string is made once, at the end.
+    out.topKey.assign(top.text);
+    out.topId.assign(top.id);
+    out.featureTag.assign(feature.tag);
+    out.featureId.assign(feature.id);
+    out.featureKey.assign(path.substr(0, featureEnd));
     return out;
 }
 
 MeshPath MeshPath::parse(std::wstring const& name) {
-    // Mesh paths are nearly always ASCII: narrowed directly, the general conversion otherwise.
-    std::string narrow(name.size(), '\0');
+    // Mesh paths are nearly always ASCII: narrowed directly into a buffer kept for the next
+    // path, the general conversion otherwise.
+    thread_local std::string narrow;
+    narrow.resize(name.size());
     for (std::size_t i = 0; i < name.size(); ++i) {
         if (static_cast<unsigned>(name[i]) >= 0x80)
             return parse(std::string_view(kolt::StringUtils::toUTF8(name)));

@@ -16,21 +16,43 @@ namespace {
 #define CALLBACK
 #endif
 
-// One point given to or made by the tesselator.
+// One point given to or made by the tesselator. Its UVs live in the state's flat arrays at
+// `slot` (one entry per kept UV set), so that points own no memory of their own.
 struct TessPoint {
     std::array<GLdouble, 3> xyz;
-    uint32_t vertex;            // index in the mesh
-    std::vector<double> uvs;    // u, v per kept UV set, used for new points
-    std::vector<uint32_t> uvIx; // UV index per kept UV set
+    uint32_t vertex; // index in the mesh
+    uint32_t slot;
 };
 
+// Everything one face needs, reused from face to face: no allocation per face once warm.
 struct TessState {
     MeshData* mesh = nullptr;
-    std::vector<size_t> const* sets = nullptr;
+    std::vector<size_t> sets;     // kept UV sets of the current face
+    std::vector<TessPoint> given; // the face's corners, fixed in place while the tesselator runs
     std::deque<TessPoint> created;
-    std::vector<TessPoint*> triangle;
-    std::vector<std::array<TessPoint*, 3>> triangles;
+    std::vector<double> uvs;               // u, v per kept set, per slot
+    std::vector<uint32_t> uvIx;            // UV index per kept set, per slot
+    std::vector<TessPoint const*> corners; // three per triangle
     bool failed = false;
+
+    uint32_t slots = 0;
+
+    void startFace() {
+        given.clear();
+        created.clear();
+        uvs.clear();
+        uvIx.clear();
+        corners.clear();
+        slots = 0;
+        failed = false;
+    }
+    // Room for one more point's UVs, zeroed.
+    uint32_t newSlot() {
+        ++slots;
+        uvs.resize(size_t(slots) * sets.size() * 2, 0.0);
+        uvIx.resize(size_t(slots) * sets.size(), 0);
+        return slots - 1;
+    }
 };
 
 void CALLBACK onBegin(GLenum, void*) {}
@@ -38,12 +60,7 @@ void CALLBACK onEdgeFlag(GLboolean, void*) {}
 void CALLBACK onEnd(void*) {}
 
 void CALLBACK onVertex(void* vertex, void* user) {
-    auto* state = static_cast<TessState*>(user);
-    state->triangle.push_back(static_cast<TessPoint*>(vertex));
-    if (state->triangle.size() == 3) {
-        state->triangles.push_back({state->triangle[0], state->triangle[1], state->triangle[2]});
-        state->triangle.clear();
-    }
+    static_cast<TessState*>(user)->corners.push_back(static_cast<TessPoint const*>(vertex));
 }
 
 void CALLBACK onCombine(GLdouble coords[3], void* data[4], GLfloat weight[4], void** out,
@@ -53,25 +70,28 @@ void CALLBACK onCombine(GLdouble coords[3], void* data[4], GLfloat weight[4], vo
     TessPoint point;
     point.xyz = {coords[0], coords[1], coords[2]};
     point.vertex = mesh.vertexCount();
+    point.slot = state->newSlot();
     mesh.coords.insert(mesh.coords.end(), coords, coords + 3);
-    size_t const setCount = state->sets->size();
-    point.uvs.assign(setCount * 2, 0.0);
+    size_t const setCount = state->sets.size();
+    double* uv = state->uvs.data() + size_t(point.slot) * setCount * 2;
     for (int k = 0; k < 4; ++k) {
-        auto const* source = static_cast<TessPoint*>(data[k]);
+        auto const* source = static_cast<TessPoint const*>(data[k]);
         if (source == nullptr)
             continue;
+        double const* from = state->uvs.data() + size_t(source->slot) * setCount * 2;
         for (size_t s = 0; s < setCount; ++s) {
-            point.uvs[s * 2] += weight[k] * source->uvs[s * 2];
-            point.uvs[s * 2 + 1] += weight[k] * source->uvs[s * 2 + 1];
+            uv[s * 2] += weight[k] * from[s * 2];
+            uv[s * 2 + 1] += weight[k] * from[s * 2 + 1];
         }
     }
     for (size_t s = 0; s < setCount; ++s) {
-        auto& set = mesh.uvSets[(*state->sets)[s]];
-        point.uvIx.push_back(static_cast<uint32_t>(set.coords.size() / 2));
-        set.coords.push_back(point.uvs[s * 2]);
-        set.coords.push_back(point.uvs[s * 2 + 1]);
+        auto& set = mesh.uvSets[state->sets[s]];
+        state->uvIx[size_t(point.slot) * setCount + s] =
+            static_cast<uint32_t>(set.coords.size() / 2);
+        set.coords.push_back(uv[s * 2]);
+        set.coords.push_back(uv[s * 2 + 1]);
     }
-    state->created.push_back(std::move(point));
+    state->created.push_back(point);
     *out = &state->created.back();
 }
 
@@ -85,10 +105,14 @@ using Callback = void(CALLBACK*)();
 
 void FaceTriangulator::triangulate(MeshData& mesh, std::wstring* warnings) {
     uint32_t const faces = mesh.faceCount();
-    bool any = false;
-    for (uint32_t f = 0; f < faces && !any; ++f)
-        any = mesh.faceOffsets[f + 1] - mesh.faceOffsets[f] > 3;
-    if (!any)
+    // Room for every face of n corners as n - 2 triangles.
+    size_t indexCount = 0, faceCount = 0;
+    for (uint32_t f = 0; f < faces; ++f) {
+        uint32_t const n = mesh.faceOffsets[f + 1] - mesh.faceOffsets[f];
+        indexCount += n > 3 ? 3 * size_t(n - 2) : n;
+        faceCount += n > 3 ? n - 2 : 1;
+    }
+    if (faceCount == faces)
         return;
 
     GLUtesselator* tess = gluNewTess();
@@ -109,35 +133,37 @@ void FaceTriangulator::triangulate(MeshData& mesh, std::wstring* warnings) {
     out.name = mesh.name;
     out.materials = mesh.materials;
     out.uvSets.resize(mesh.uvSets.size());
+    out.indices.reserve(indexCount);
+    out.faceOffsets.reserve(faceCount + 1);
+    out.holeOffsets.reserve(faceCount + 1);
+    out.faceMaterials.reserve(faceCount);
+    for (auto& set : out.uvSets)
+        set.faceOffsets.reserve(faceCount + 1);
 
-    auto emit = [&](std::vector<uint32_t> const& vertices,
-                    std::vector<std::vector<uint32_t>> const& uvs, uint32_t material) {
-        out.indices.insert(out.indices.end(), vertices.begin(), vertices.end());
+    auto endFace = [&](uint32_t material) {
         out.faceOffsets.push_back(static_cast<uint32_t>(out.indices.size()));
-        for (size_t s = 0; s < out.uvSets.size(); ++s) {
-            out.uvSets[s].indices.insert(out.uvSets[s].indices.end(), uvs[s].begin(), uvs[s].end());
-            out.uvSets[s].faceOffsets.push_back(
-                static_cast<uint32_t>(out.uvSets[s].indices.size()));
-        }
+        for (auto& set : out.uvSets)
+            set.faceOffsets.push_back(static_cast<uint32_t>(set.indices.size()));
         out.holeOffsets.push_back(0);
         out.faceMaterials.push_back(material);
     };
 
+    TessState state;
+    state.mesh = &mesh;
+    std::vector<int> keptAt(mesh.uvSets.size()); // position among the kept sets, or -1
     for (uint32_t f = 0; f < faces; ++f) {
         uint32_t const begin = mesh.faceOffsets[f], end = mesh.faceOffsets[f + 1];
         uint32_t const material = f < mesh.faceMaterials.size() ? mesh.faceMaterials[f] : 0;
-        std::vector<size_t> sets;
-        for (size_t s = 0; s < mesh.uvSets.size(); ++s)
-            if (mesh.uvSets[s].faceOffsets[f + 1] > mesh.uvSets[s].faceOffsets[f])
-                sets.push_back(s);
         auto original = [&]() {
-            std::vector<uint32_t> vertices(mesh.indices.begin() + begin,
-                                           mesh.indices.begin() + end);
-            std::vector<std::vector<uint32_t>> uvs(mesh.uvSets.size());
-            for (size_t s : sets)
-                uvs[s].assign(mesh.uvSets[s].indices.begin() + mesh.uvSets[s].faceOffsets[f],
-                              mesh.uvSets[s].indices.begin() + mesh.uvSets[s].faceOffsets[f + 1]);
-            emit(vertices, uvs, material);
+            out.indices.insert(out.indices.end(), mesh.indices.begin() + begin,
+                               mesh.indices.begin() + end);
+            for (size_t s = 0; s < mesh.uvSets.size(); ++s) {
+                auto const& from = mesh.uvSets[s];
+                out.uvSets[s].indices.insert(out.uvSets[s].indices.end(),
+                                             from.indices.begin() + from.faceOffsets[f],
+                                             from.indices.begin() + from.faceOffsets[f + 1]);
+            }
+            endFace(material);
         };
         if (end - begin <= 3) {
             original();
@@ -151,21 +177,31 @@ void FaceTriangulator::triangulate(MeshData& mesh, std::wstring* warnings) {
             continue;
         }
 
-        TessState state;
-        state.mesh = &mesh;
-        state.sets = &sets;
-        std::vector<TessPoint> points(end - begin);
+        state.sets.clear();
+        for (size_t s = 0; s < mesh.uvSets.size(); ++s) {
+            keptAt[s] = -1;
+            if (mesh.uvSets[s].faceOffsets[f + 1] > mesh.uvSets[s].faceOffsets[f]) {
+                keptAt[s] = static_cast<int>(state.sets.size());
+                state.sets.push_back(s);
+            }
+        }
+        size_t const setCount = state.sets.size();
+        state.startFace();
+        state.given.resize(end - begin);
         double normal[3] = {0, 0, 0};
         for (uint32_t k = 0; k < end - begin; ++k) {
-            TessPoint& point = points[k];
+            TessPoint& point = state.given[k];
             point.vertex = mesh.indices[begin + k];
+            point.slot = state.newSlot();
             double const* p = &mesh.coords[size_t(point.vertex) * 3];
             point.xyz = {p[0], p[1], p[2]};
-            for (size_t s : sets) {
-                uint32_t const uv = mesh.uvSets[s].indices[mesh.uvSets[s].faceOffsets[f] + k];
-                point.uvIx.push_back(uv);
-                point.uvs.push_back(mesh.uvSets[s].coords[size_t(uv) * 2]);
-                point.uvs.push_back(mesh.uvSets[s].coords[size_t(uv) * 2 + 1]);
+            for (size_t j = 0; j < setCount; ++j) {
+                auto const& set = mesh.uvSets[state.sets[j]];
+                uint32_t const uv = set.indices[set.faceOffsets[f] + k];
+                state.uvIx[size_t(point.slot) * setCount + j] = uv;
+                state.uvs[(size_t(point.slot) * setCount + j) * 2] = set.coords[size_t(uv) * 2];
+                state.uvs[(size_t(point.slot) * setCount + j) * 2 + 1] =
+                    set.coords[size_t(uv) * 2 + 1];
             }
             double const* q =
                 &mesh.coords[size_t(mesh.indices[begin + (k + 1) % (end - begin)]) * 3];
@@ -176,26 +212,30 @@ void FaceTriangulator::triangulate(MeshData& mesh, std::wstring* warnings) {
         gluTessNormal(tess, normal[0], normal[1], normal[2]);
         gluTessBeginPolygon(tess, &state);
         gluTessBeginContour(tess);
-        for (TessPoint& point : points)
+        for (TessPoint& point : state.given)
             gluTessVertex(tess, point.xyz.data(), &point);
         gluTessEndContour(tess);
         gluTessEndPolygon(tess);
 
-        if (state.failed || state.triangles.empty()) {
+        size_t const triangles = state.corners.size() / 3;
+        if (state.failed || triangles == 0) {
             if (warnings != nullptr)
                 *warnings += L"Triangulation: face " + std::to_wstring(f) + L" kept whole\n";
             original();
             continue;
         }
-        for (auto const& triangle : state.triangles) {
-            std::vector<uint32_t> vertices;
-            std::vector<std::vector<uint32_t>> uvs(mesh.uvSets.size());
-            for (TessPoint const* point : triangle) {
-                vertices.push_back(point->vertex);
-                for (size_t s = 0; s < sets.size(); ++s)
-                    uvs[sets[s]].push_back(point->uvIx[s]);
+        for (size_t t = 0; t < triangles; ++t) {
+            TessPoint const* const* corner = state.corners.data() + t * 3;
+            for (int k = 0; k < 3; ++k)
+                out.indices.push_back(corner[k]->vertex);
+            for (size_t s = 0; s < out.uvSets.size(); ++s) {
+                if (keptAt[s] < 0)
+                    continue;
+                for (int k = 0; k < 3; ++k)
+                    out.uvSets[s].indices.push_back(
+                        state.uvIx[size_t(corner[k]->slot) * setCount + size_t(keptAt[s])]);
             }
-            emit(vertices, uvs, material);
+            endFace(material);
         }
     }
     gluDeleteTess(tess);

@@ -1,5 +1,6 @@
 #include "EncodeOptions.h"
 
+#include "OptionValue.h"
 #include "UsageError.h"
 #include "XmlSafe.h"
 
@@ -10,24 +11,6 @@
 #include <cmath>
 
 namespace {
-
-// "--name value" or "--name=value"; true if arguments[i] is the option `name`.
-bool takeValue(std::vector<std::string> const& arguments, std::size_t& i, std::string const& name,
-               std::string& value) {
-    std::string const& arg = arguments[i];
-    if (arg == name) {
-        if (i + 1 >= arguments.size())
-            throw UsageError("option " + name + " needs a value");
-        value = arguments[++i];
-        return true;
-    }
-    if (arg.size() > name.size() && arg.compare(0, name.size(), name) == 0 &&
-        arg[name.size()] == '=') {
-        value = arg.substr(name.size() + 1);
-        return true;
-    }
-    return false;
-}
 
 int parseLod(std::string const& text) {
     int value = 0;
@@ -52,15 +35,15 @@ double parsePrecision(std::string const& text) {
 bool EncodeOptions::consume(std::vector<std::string> const& arguments, std::size_t& i) {
     std::string const& arg = arguments[i];
     std::string value;
-    if (takeValue(arguments, i, "--lod", value)) {
+    if (takeOptionValue(arguments, i, "--lod", value)) {
         lod = parseLod(value);
-    } else if (takeValue(arguments, i, "--base-name", value)) {
+    } else if (takeOptionValue(arguments, i, "--base-name", value)) {
         if (value.empty())
             throw UsageError("option --base-name needs a name");
         baseName = value;
-    } else if (takeValue(arguments, i, "--srs-name", value)) {
+    } else if (takeOptionValue(arguments, i, "--srs-name", value)) {
         srsName = value;
-    } else if (takeValue(arguments, i, "--vertex-precision", value)) {
+    } else if (takeOptionValue(arguments, i, "--vertex-precision", value)) {
         vertexPrecision = parsePrecision(value);
     } else if (arg == "--merge-vertices") {
         mergeVertices = true;

@@ -1,28 +1,12 @@
 #include "MeshOutputOptions.h"
 
+#include "OptionValue.h"
 #include "UsageError.h"
 
 #include <charconv>
 #include <cmath>
 
 namespace {
-
-bool takeValue(std::vector<std::string> const& arguments, std::size_t& i, std::string const& name,
-               std::string& value) {
-    std::string const& arg = arguments[i];
-    if (arg == name) {
-        if (i + 1 >= arguments.size())
-            throw UsageError("option " + name + " needs a value");
-        value = arguments[++i];
-        return true;
-    }
-    if (arg.size() > name.size() && arg.compare(0, name.size(), name) == 0 &&
-        arg[name.size()] == '=') {
-        value = arg.substr(name.size() + 1);
-        return true;
-    }
-    return false;
-}
 
 std::array<double, 3> parseOrigin(std::string const& text) {
     std::array<double, 3> out{};
@@ -50,11 +34,11 @@ bool MeshOutputOptions::consume(std::vector<std::string> const& arguments, std::
         perFeature = true;
     } else if (arg == "--enu") {
         frame.enu = true;
-    } else if (takeValue(arguments, i, "--crs", value)) {
+    } else if (takeOptionValue(arguments, i, "--crs", value)) {
         if (value.empty())
             throw UsageError("option --crs needs a CRS");
         frame.crs = value;
-    } else if (takeValue(arguments, i, "--origin", value)) {
+    } else if (takeOptionValue(arguments, i, "--origin", value)) {
         frame.origin = parseOrigin(value);
     } else {
         return false;

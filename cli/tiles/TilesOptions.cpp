@@ -1,28 +1,12 @@
 #include "TilesOptions.h"
 
+#include "OptionValue.h"
 #include "UsageError.h"
 
 #include <charconv>
 #include <thread>
 
 namespace {
-
-bool takeValue(std::vector<std::string> const& arguments, std::size_t& i, std::string const& name,
-               std::string& value) {
-    std::string const& arg = arguments[i];
-    if (arg == name) {
-        if (i + 1 >= arguments.size())
-            throw UsageError("option " + name + " needs a value");
-        value = arguments[++i];
-        return true;
-    }
-    if (arg.size() > name.size() && arg.compare(0, name.size(), name) == 0 &&
-        arg[name.size()] == '=') {
-        value = arg.substr(name.size() + 1);
-        return true;
-    }
-    return false;
-}
 
 uint64_t positive(std::string const& name, std::string const& text, uint64_t limit) {
     uint64_t value = 0;
@@ -42,13 +26,14 @@ bool TilesOptions::consume(std::vector<std::string> const& arguments, std::size_
         part = true;
     } else if (arg == "--merge") {
         merge = true;
-    } else if (takeValue(arguments, i, "--jobs", value) || takeValue(arguments, i, "-j", value)) {
+    } else if (takeOptionValue(arguments, i, "--jobs", value) ||
+               takeOptionValue(arguments, i, "-j", value)) {
         jobs = static_cast<unsigned>(positive("--jobs", value, 1024));
-    } else if (takeValue(arguments, i, "--tile-features", value)) {
+    } else if (takeOptionValue(arguments, i, "--tile-features", value)) {
         tileFeatures = positive("--tile-features", value, 1000000);
-    } else if (takeValue(arguments, i, "--tile-bytes", value)) {
+    } else if (takeOptionValue(arguments, i, "--tile-bytes", value)) {
         tileBytes = positive("--tile-bytes", value, 1ull << 40);
-    } else if (takeValue(arguments, i, "--to", value)) {
+    } else if (takeOptionValue(arguments, i, "--to", value)) {
         if (value != "obj" && value != "glb" && value != "gltf" && value != "gml")
             throw UsageError("option --to needs obj, glb, gltf or gml, not '" + value + "'");
         to = value;

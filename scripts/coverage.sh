@@ -7,8 +7,11 @@ root="$(cd "$(dirname "$0")/.." && pwd)"
 build="${1:-$root/build-cov}"
 jobs="${KOLT_JOBS:-2}"
 
+# No compiler cache: one that rewrites source paths relative to a base folder leaves gcov's
+# records pointing nowhere, and the extract below would find nothing.
 cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS=--coverage \
-    -DCMAKE_C_FLAGS=--coverage -DKOLT_BUILD_BENCH=OFF >/dev/null
+    -DCMAKE_C_FLAGS=--coverage -DKOLT_BUILD_BENCH=OFF -DCMAKE_CXX_COMPILER_LAUNCHER= \
+    -DCMAKE_C_COMPILER_LAUNCHER= >/dev/null
 cmake --build "$build" -j"$jobs"
 
 lcov --quiet --zerocounters --directory "$build"

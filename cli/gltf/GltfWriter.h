@@ -97,6 +97,7 @@ private:
     std::vector<uint32_t> meshNode;
     std::vector<std::string> nodeNames;
     std::vector<std::vector<uint32_t>> meshMaterials; // host material index to ours, per mesh
+    std::vector<std::vector<float>> positions;        // in the output frame, per mesh
     std::vector<MaterialEntry> materials;
     std::vector<Image> images;
     std::vector<Primitive> primitives;

@@ -125,25 +125,10 @@ uint32_t GltfWriter::materialIndex(koltx::Material const* material, std::wstring
     return static_cast<uint32_t>(materials.size() - 1);
 }
 
-void GltfWriter::transform(uint32_t mesh, std::vector<double>& file,
-                           std::vector<float>& out) const {
-    auto const& host = in.meshes[mesh]->getVertexCoords();
-    file.resize(host.size());
-    out.resize(host.size());
-    // Host axes (x, z, -y) back to the file's (x, y, z).
-    for (std::size_t i = 0; i + 2 < host.size(); i += 3) {
-        file[i] = host[i];
-        file[i + 1] = -host[i + 2];
-        file[i + 2] = host[i + 1];
-    }
-    frame.toGltf(file.data(), host.size() / 3, out.data());
-}
-
 void GltfWriter::plan(std::wstring& warnings) {
     std::map<std::pair<uint32_t, uint32_t>, uint32_t> primitiveOf; // (node, material)
     std::unordered_map<std::string, uint32_t> nodeOf;
     std::vector<double> file;
-    std::vector<float> out;
     uint64_t skipped = 0;
     meshFeature.assign(in.meshes.size(), UINT32_MAX);
     meshNode.assign(in.meshes.size(), 0);
@@ -154,11 +139,15 @@ void GltfWriter::plan(std::wstring& warnings) {
     if (!in.perFeature)
         nodeNames.push_back(in.nodeName);
     std::vector<bool> concave;
+    std::size_t const given = in.meshes.size();
     // Concave faces go, as triangles, into meshes of their own appended to the list.
     for (uint32_t m = 0; m < in.meshes.size(); ++m) {
         if (in.meshes[m]->hasHoles())
             in.meshes[m] = koltx::MeshUtils::triangulateHoles(in.meshes[m], &warnings);
-        if (auto part = FaceConvexity::triangulateConcave(*in.meshes[m], concave, warnings)) {
+        concave.clear();
+        if (auto part = m < given
+                            ? FaceConvexity::triangulateConcave(*in.meshes[m], concave, warnings)
+                            : nullptr) {
             in.meshes.push_back(std::move(part));
             if (pathsGiven)
                 in.paths.push_back(in.paths[m]);
@@ -168,7 +157,17 @@ void GltfWriter::plan(std::wstring& warnings) {
             positions.emplace_back();
         }
         koltx::Mesh const& mesh = *in.meshes[m];
-        transform(m, file, out);
+        // Host axes (x, z, -y) back to the file's (x, y, z), then into the output frame.
+        auto const& host = mesh.getVertexCoords();
+        file.resize(host.size());
+        std::vector<float>& out = positions[m];
+        out.resize(host.size());
+        for (std::size_t i = 0; i + 2 < host.size(); i += 3) {
+            file[i] = host[i];
+            file[i + 1] = -host[i + 2];
+            file[i + 2] = host[i + 1];
+        }
+        frame.toGltf(file.data(), host.size() / 3, out.data());
         bool used = false;
         bool const holes = mesh.hasHoles();
         auto const& offsets = mesh.getFaceVertexOffsets();
@@ -232,7 +231,6 @@ void GltfWriter::plan(std::wstring& warnings) {
         }
         if (pathsGiven)
             in.paths[m] = MeshPath(); // what it says is in the table now
-        positions[m] = std::move(out);
     }
     if (skipped > 0)
         warnings += std::to_wstring(skipped) +

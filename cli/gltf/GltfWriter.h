@@ -83,7 +83,6 @@ private:
 
     void plan(std::wstring& warnings);
     uint32_t materialIndex(koltx::Material const* material, std::wstring& warnings);
-    void transform(uint32_t mesh, std::vector<double>& file, std::vector<float>& out) const;
     nlohmann::ordered_json document(bool embedImages, std::string const& binUri,
                                     std::vector<std::string> const& imageUris) const;
     uint64_t binaryLength(bool embedImages) const;

@@ -1,5 +1,7 @@
 #include "FaceConvexity.h"
 
+#include "EarClipping.h"
+
 #include <koltx/Mesh.h>
 #include <koltx/MeshBuilder.h>
 #include <koltx/MeshUtils.h>
@@ -55,30 +57,47 @@ std::shared_ptr<koltx::Mesh> FaceConvexity::triangulateConcave(koltx::Mesh const
         for (std::size_t i = 0; i + 1 < uvs.size(); i += 2)
             builder.addUVCoords(set, uvs.data() + i);
     }
-    // Only the corners these faces use are copied.
+    // Only the corners these faces use are copied. Ears are clipped here; the faces that
+    // clipping cannot settle go whole to the host's tesselator.
     std::vector<uint32_t> vertexOf(mesh.getVertexCount(), UINT32_MAX);
     auto const& coords = mesh.getVertexCoords();
+    std::vector<uint32_t> triangles, whole;
+    bool hard = false;
     for (uint32_t f = first; f < faces; ++f) {
         if (f != first && convex(mesh, f))
             continue;
         concave[f] = true;
-        uint32_t const target = builder.addFace();
-        builder.setFaceMaterialIndex(target, f < mesh.getFaceMaterialIndices().size()
-                                                 ? mesh.getFaceMaterialIndices()[f]
-                                                 : 0);
         uint32_t const n = mesh.getFaceVertexCount(f);
         uint32_t const* v = mesh.getFaceVertexIndices(f);
-        for (uint32_t k = 0; k < n; ++k) {
-            if (vertexOf[v[k]] == UINT32_MAX)
-                vertexOf[v[k]] = builder.addVertexCoords(coords.data() + size_t(v[k]) * 3);
-            builder.addFaceVertexIndex(target, vertexOf[v[k]]);
+        bool const clipped = EarClipping::triangulate(coords.data(), v, n, triangles);
+        if (!clipped) {
+            hard = true;
+            whole.resize(n);
+            for (uint32_t k = 0; k < n; ++k)
+                whole[k] = k;
         }
-        for (uint32_t set = 0; set < mesh.getUVSetCount(); ++set) {
-            uint32_t const count = mesh.getFaceUVCount(f, set);
-            uint32_t const* uvs = mesh.getFaceUVIndices(f, set);
-            for (uint32_t k = 0; k < count; ++k)
-                builder.addFaceUVIndex(target, set, uvs[k]);
+        std::vector<uint32_t> const& pieces = clipped ? triangles : whole;
+        uint32_t const size = clipped ? 3 : n;
+        for (std::size_t t = 0; t < pieces.size(); t += size) {
+            uint32_t const target = builder.addFace();
+            builder.setFaceMaterialIndex(target, f < mesh.getFaceMaterialIndices().size()
+                                                     ? mesh.getFaceMaterialIndices()[f]
+                                                     : 0);
+            for (uint32_t k = 0; k < size; ++k) {
+                uint32_t const corner = v[pieces[t + k]];
+                if (vertexOf[corner] == UINT32_MAX)
+                    vertexOf[corner] = builder.addVertexCoords(coords.data() + size_t(corner) * 3);
+                builder.addFaceVertexIndex(target, vertexOf[corner]);
+            }
+            for (uint32_t set = 0; set < mesh.getUVSetCount(); ++set) {
+                if (mesh.getFaceUVCount(f, set) != n)
+                    continue;
+                uint32_t const* uvs = mesh.getFaceUVIndices(f, set);
+                for (uint32_t k = 0; k < size; ++k)
+                    builder.addFaceUVIndex(target, set, uvs[pieces[t + k]]);
+            }
         }
     }
-    return koltx::MeshUtils::triangulate(builder.createSharedAndReset(&warnings), &warnings);
+    std::shared_ptr<koltx::Mesh> part = builder.createSharedAndReset(&warnings);
+    return hard ? koltx::MeshUtils::triangulate(part, &warnings) : part;
 }

@@ -63,6 +63,49 @@ PJ* createCrs(PJ_CONTEXT* context, std::string const& text) {
     return crs;
 }
 
+constexpr double FitTolerance = 5e-5; // metres
+
+// Four Chebyshev nodes on [-1, 1] and the inverse of their Vandermonde matrix: the coefficient
+// of t^i of the cubic through values f_k at the nodes is the sum over k of inverse[i][k] f_k.
+struct Chebyshev {
+    double nodes[4];
+    double inverse[4][4];
+};
+
+Chebyshev const& chebyshev() {
+    static Chebyshev const table = [] {
+        Chebyshev c{};
+        double m[4][8] = {};
+        for (int k = 0; k < 4; ++k) {
+            c.nodes[k] = std::cos((2 * k + 1) * M_PI / 8);
+            for (int i = 0; i < 4; ++i)
+                m[k][i] = std::pow(c.nodes[k], i);
+            m[k][4 + k] = 1;
+        }
+        for (int col = 0; col < 4; ++col) { // Gauss-Jordan with partial pivoting
+            int pivot = col;
+            for (int r = col + 1; r < 4; ++r)
+                if (std::abs(m[r][col]) > std::abs(m[pivot][col]))
+                    pivot = r;
+            std::swap(m[col], m[pivot]);
+            double const d = m[col][col];
+            for (double& x : m[col])
+                x /= d;
+            for (int r = 0; r < 4; ++r) {
+                double const factor = m[r][col];
+                if (r != col)
+                    for (int x = 0; x < 8; ++x)
+                        m[r][x] -= factor * m[col][x];
+            }
+        }
+        for (int i = 0; i < 4; ++i)
+            for (int k = 0; k < 4; ++k)
+                c.inverse[i][k] = m[i][4 + k];
+        return c;
+    }();
+    return table;
+}
+
 } // namespace
 
 std::optional<std::string> GeoFrame::describe(std::string const& srsName) {
@@ -151,6 +194,7 @@ void GeoFrame::placeOrigin() {
 void GeoFrame::moveOrigin(std::array<double, 3> const& to) {
     if (frameKind != Kind::Enu || proj->toEcef == nullptr)
         throw std::logic_error("only an east-north-up frame moves its origin");
+    cubic.reset();
     origin = to;
     placeOrigin();
 }
@@ -165,6 +209,104 @@ void GeoFrame::toEcef(double* xyz, std::size_t count) const {
                        stride, count, nullptr, 0, 0);
 }
 
+void GeoFrame::projToGltf(double const* file, std::size_t count, double* out) const {
+    std::vector<double> xyz(file, file + count * 3);
+    proj_trans_generic(proj->toEcef, PJ_FWD, xyz.data(), sizeof(double) * 3, count, xyz.data() + 1,
+                       sizeof(double) * 3, count, xyz.data() + 2, sizeof(double) * 3, count,
+                       nullptr, 0, 0);
+    auto const& m = *matrix;
+    for (std::size_t i = 0; i < count; ++i, out += 3) {
+        double const d[3] = {xyz[i * 3] - originEcef[0], xyz[i * 3 + 1] - originEcef[1],
+                             xyz[i * 3 + 2] - originEcef[2]};
+        out[0] = m[0] * d[0] + m[1] * d[1] + m[2] * d[2];    // east
+        out[1] = m[8] * d[0] + m[9] * d[1] + m[10] * d[2];   // up
+        out[2] = -(m[4] * d[0] + m[5] * d[1] + m[6] * d[2]); // south
+    }
+}
+
+bool GeoFrame::fit(std::array<double, 3> const& low, std::array<double, 3> const& high) {
+    cubic.reset();
+    if (frameKind != Kind::Enu || proj->toEcef == nullptr || !matrix)
+        return false;
+    Cubic c;
+    for (int a = 0; a < 3; ++a) {
+        c.centre[a] = (low[a] + high[a]) / 2;
+        c.half[a] = std::max((high[a] - low[a]) / 2, 1e-9);
+        if (!std::isfinite(c.centre[a]) || !std::isfinite(c.half[a]) || !(low[a] <= high[a]))
+            return false;
+    }
+    auto const& n = chebyshev();
+    std::vector<double> at, values(32 * 3);
+    for (int i = 0; i < 4; ++i)
+        for (int j = 0; j < 4; ++j)
+            for (double w : {-1.0, 1.0})
+                at.insert(at.end(),
+                          {c.centre[0] + c.half[0] * n.nodes[i],
+                           c.centre[1] + c.half[1] * n.nodes[j], c.centre[2] + c.half[2] * w});
+    projToGltf(at.data(), 32, values.data());
+    for (double v : values)
+        if (!std::isfinite(v))
+            return false;
+    for (int o = 0; o < 3; ++o) {
+        double ends[2][4][4]; // at w = -1 and w = 1: coefficients of u^i v^j
+        for (int w = 0; w < 2; ++w) {
+            double g[4][4] = {};
+            for (int i = 0; i < 4; ++i)
+                for (int l = 0; l < 4; ++l)
+                    for (int k = 0; k < 4; ++k)
+                        g[i][l] += n.inverse[i][k] * values[((k * 4 + l) * 2 + w) * 3 + o];
+            for (int i = 0; i < 4; ++i)
+                for (int j = 0; j < 4; ++j) {
+                    ends[w][i][j] = 0;
+                    for (int l = 0; l < 4; ++l)
+                        ends[w][i][j] += g[i][l] * n.inverse[j][l];
+                }
+        }
+        for (int i = 0; i < 4; ++i)
+            for (int j = 0; j < 4; ++j) {
+                c.terms[o][(i * 4 + j) * 2] = (ends[1][i][j] + ends[0][i][j]) / 2;
+                c.terms[o][(i * 4 + j) * 2 + 1] = (ends[1][i][j] - ends[0][i][j]) / 2;
+            }
+    }
+    // Checked between the nodes, on the box's faces and through its middle.
+    at.clear();
+    for (int i = 0; i <= 5; ++i)
+        for (int j = 0; j <= 5; ++j)
+            for (double w : {-1.0, 0.0, 1.0})
+                at.insert(at.end(),
+                          {c.centre[0] + c.half[0] * (i / 2.5 - 1),
+                           c.centre[1] + c.half[1] * (j / 2.5 - 1), c.centre[2] + c.half[2] * w});
+    std::size_t const checks = at.size() / 3;
+    values.resize(checks * 3);
+    projToGltf(at.data(), checks, values.data());
+    for (std::size_t k = 0; k < checks; ++k) {
+        double mine[3];
+        evaluate(c, at.data() + k * 3, mine);
+        for (int o = 0; o < 3; ++o)
+            if (!(std::abs(mine[o] - values[k * 3 + o]) <= FitTolerance))
+                return false;
+    }
+    cubic = c;
+    return true;
+}
+
+void GeoFrame::evaluate(Cubic const& c, double const* p, double* out) {
+    double const u = (p[0] - c.centre[0]) / c.half[0], v = (p[1] - c.centre[1]) / c.half[1],
+                 w = (p[2] - c.centre[2]) / c.half[2];
+    double const pu[4] = {1, u, u * u, u * u * u}, pv[4] = {1, v, v * v, v * v * v};
+    for (int o = 0; o < 3; ++o) {
+        double const* t = c.terms[o].data();
+        double sum = 0;
+        for (int i = 0; i < 4; ++i) {
+            double row = 0;
+            for (int j = 0; j < 4; ++j, t += 2)
+                row += pv[j] * (t[0] + t[1] * w);
+            sum += pu[i] * row;
+        }
+        out[o] = sum;
+    }
+}
+
 void GeoFrame::toGltf(double const* file, std::size_t count, float* out) const {
     if (frameKind != Kind::Enu) {
         double const f = unitFactor;
@@ -175,21 +317,25 @@ void GeoFrame::toGltf(double const* file, std::size_t count, float* out) const {
         }
         return;
     }
-    std::vector<double> xyz(file, file + count * 3);
-    proj_trans_generic(proj->toEcef, PJ_FWD, xyz.data(), sizeof(double) * 3, count, xyz.data() + 1,
-                       sizeof(double) * 3, count, xyz.data() + 2, sizeof(double) * 3, count,
-                       nullptr, 0, 0);
-    auto const& m = *matrix;
-    for (std::size_t i = 0; i < count; ++i, out += 3) {
-        double const d[3] = {xyz[i * 3] - originEcef[0], xyz[i * 3 + 1] - originEcef[1],
-                             xyz[i * 3 + 2] - originEcef[2]};
-        double const east = m[0] * d[0] + m[1] * d[1] + m[2] * d[2];
-        double const north = m[4] * d[0] + m[5] * d[1] + m[6] * d[2];
-        double const up = m[8] * d[0] + m[9] * d[1] + m[10] * d[2];
-        out[0] = static_cast<float>(east);
-        out[1] = static_cast<float>(up);
-        out[2] = static_cast<float>(-north);
+    bool inside = cubic.has_value();
+    for (std::size_t i = 0; i < count * 3 && inside; ++i) {
+        int const a = static_cast<int>(i % 3);
+        inside = std::abs(file[i] - cubic->centre[a]) <= cubic->half[a] * (1 + 1e-9);
     }
+    if (inside) {
+        for (std::size_t i = 0; i < count; ++i, file += 3, out += 3) {
+            double xyz[3];
+            evaluate(*cubic, file, xyz);
+            out[0] = static_cast<float>(xyz[0]);
+            out[1] = static_cast<float>(xyz[1]);
+            out[2] = static_cast<float>(xyz[2]);
+        }
+        return;
+    }
+    std::vector<double> xyz(count * 3);
+    projToGltf(file, count, xyz.data());
+    for (std::size_t i = 0; i < count * 3; ++i)
+        out[i] = static_cast<float>(xyz[i]);
 }
 
 nlohmann::ordered_json GeoFrame::extras() const {

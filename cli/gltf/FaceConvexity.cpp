@@ -1,6 +1,9 @@
 #include "FaceConvexity.h"
 
+#include "EarClipping.h"
+
 #include <koltx/Mesh.h>
+#include <koltx/MeshBuilder.h>
 #include <koltx/MeshUtils.h>
 
 #include <cmath>
@@ -34,12 +37,67 @@ bool FaceConvexity::convex(koltx::Mesh const& mesh, uint32_t face) {
     return true;
 }
 
-bool FaceConvexity::needsTesselator(koltx::Mesh const& mesh) {
-    if (mesh.hasHoles())
-        return true;
-    for (uint32_t f = 0; f < mesh.getFaceCount(); ++f) {
-        if (!convex(mesh, f))
-            return true;
+std::shared_ptr<koltx::Mesh> FaceConvexity::triangulateConcave(koltx::Mesh const& mesh,
+                                                               std::vector<bool>& concave,
+                                                               std::wstring& warnings) {
+    concave.clear();
+    uint32_t const faces = mesh.getFaceCount();
+    uint32_t first = 0;
+    while (first < faces && convex(mesh, first))
+        ++first;
+    if (first == faces)
+        return nullptr;
+    concave.assign(faces, false);
+    koltx::MeshBuilder builder;
+    builder.setName(mesh.getName());
+    for (auto const& material : mesh.getMaterials())
+        builder.addMaterial(material);
+    for (uint32_t set = 0; set < mesh.getUVSetCount(); ++set) {
+        auto const& uvs = mesh.getUVCoords(set);
+        for (std::size_t i = 0; i + 1 < uvs.size(); i += 2)
+            builder.addUVCoords(set, uvs.data() + i);
     }
-    return false;
+    // Only the corners these faces use are copied. Ears are clipped here; the faces that
+    // clipping cannot settle go whole to the host's tesselator.
+    std::vector<uint32_t> vertexOf(mesh.getVertexCount(), UINT32_MAX);
+    auto const& coords = mesh.getVertexCoords();
+    std::vector<uint32_t> triangles, whole;
+    bool hard = false;
+    for (uint32_t f = first; f < faces; ++f) {
+        if (f != first && convex(mesh, f))
+            continue;
+        concave[f] = true;
+        uint32_t const n = mesh.getFaceVertexCount(f);
+        uint32_t const* v = mesh.getFaceVertexIndices(f);
+        bool const clipped = EarClipping::triangulate(coords.data(), v, n, triangles);
+        if (!clipped) {
+            hard = true;
+            whole.resize(n);
+            for (uint32_t k = 0; k < n; ++k)
+                whole[k] = k;
+        }
+        std::vector<uint32_t> const& pieces = clipped ? triangles : whole;
+        uint32_t const size = clipped ? 3 : n;
+        for (std::size_t t = 0; t < pieces.size(); t += size) {
+            uint32_t const target = builder.addFace();
+            builder.setFaceMaterialIndex(target, f < mesh.getFaceMaterialIndices().size()
+                                                     ? mesh.getFaceMaterialIndices()[f]
+                                                     : 0);
+            for (uint32_t k = 0; k < size; ++k) {
+                uint32_t const corner = v[pieces[t + k]];
+                if (vertexOf[corner] == UINT32_MAX)
+                    vertexOf[corner] = builder.addVertexCoords(coords.data() + size_t(corner) * 3);
+                builder.addFaceVertexIndex(target, vertexOf[corner]);
+            }
+            for (uint32_t set = 0; set < mesh.getUVSetCount(); ++set) {
+                if (mesh.getFaceUVCount(f, set) != n)
+                    continue;
+                uint32_t const* uvs = mesh.getFaceUVIndices(f, set);
+                for (uint32_t k = 0; k < size; ++k)
+                    builder.addFaceUVIndex(target, set, uvs[pieces[t + k]]);
+            }
+        }
+    }
+    std::shared_ptr<koltx::Mesh> part = builder.createSharedAndReset(&warnings);
+    return hard ? koltx::MeshUtils::triangulate(part, &warnings) : part;
 }

@@ -125,43 +125,54 @@ uint32_t GltfWriter::materialIndex(koltx::Material const* material, std::wstring
     return static_cast<uint32_t>(materials.size() - 1);
 }
 
-void GltfWriter::transform(uint32_t mesh, std::vector<double>& file,
-                           std::vector<float>& out) const {
-    auto const& host = in.meshes[mesh]->getVertexCoords();
-    file.resize(host.size());
-    out.resize(host.size());
-    // Host axes (x, z, -y) back to the file's (x, y, z).
-    for (std::size_t i = 0; i + 2 < host.size(); i += 3) {
-        file[i] = host[i];
-        file[i + 1] = -host[i + 2];
-        file[i + 2] = host[i + 1];
-    }
-    frame.toGltf(file.data(), host.size() / 3, out.data());
-}
-
 void GltfWriter::plan(std::wstring& warnings) {
     std::map<std::pair<uint32_t, uint32_t>, uint32_t> primitiveOf; // (node, material)
     std::unordered_map<std::string, uint32_t> nodeOf;
     std::vector<double> file;
-    std::vector<float> out;
     uint64_t skipped = 0;
     meshFeature.assign(in.meshes.size(), UINT32_MAX);
     meshNode.assign(in.meshes.size(), 0);
     meshMaterials.resize(in.meshes.size());
+    positions.resize(in.meshes.size());
     table.reserve(in.meshes.size());
     bool const pathsGiven = in.paths.size() == in.meshes.size();
     if (!in.perFeature)
         nodeNames.push_back(in.nodeName);
+    std::vector<bool> concave;
+    std::size_t const given = in.meshes.size();
+    // Concave faces go, as triangles, into meshes of their own appended to the list.
     for (uint32_t m = 0; m < in.meshes.size(); ++m) {
-        if (FaceConvexity::needsTesselator(*in.meshes[m]))
-            in.meshes[m] = koltx::MeshUtils::triangulate(in.meshes[m], &warnings);
+        if (in.meshes[m]->hasHoles())
+            in.meshes[m] = koltx::MeshUtils::triangulateHoles(in.meshes[m], &warnings);
+        concave.clear();
+        if (auto part = m < given
+                            ? FaceConvexity::triangulateConcave(*in.meshes[m], concave, warnings)
+                            : nullptr) {
+            in.meshes.push_back(std::move(part));
+            if (pathsGiven)
+                in.paths.push_back(in.paths[m]);
+            meshFeature.push_back(UINT32_MAX);
+            meshNode.push_back(0);
+            meshMaterials.emplace_back();
+            positions.emplace_back();
+        }
         koltx::Mesh const& mesh = *in.meshes[m];
-        transform(m, file, out);
+        // Host axes (x, z, -y) back to the file's (x, y, z), then into the output frame.
+        auto const& host = mesh.getVertexCoords();
+        file.resize(host.size());
+        std::vector<float>& out = positions[m];
+        out.resize(host.size());
+        for (std::size_t i = 0; i + 2 < host.size(); i += 3) {
+            file[i] = host[i];
+            file[i + 1] = -host[i + 2];
+            file[i + 2] = host[i + 1];
+        }
+        frame.toGltf(file.data(), host.size() / 3, out.data());
         bool used = false;
         bool const holes = mesh.hasHoles();
         auto const& offsets = mesh.getFaceVertexOffsets();
         for (uint32_t f = 0; f < mesh.getFaceCount(); ++f) {
-            if (holes && mesh.isHoleFace(f))
+            if ((holes && mesh.isHoleFace(f)) || (!concave.empty() && concave[f]))
                 continue;
             uint32_t const n = offsets[f + 1] - offsets[f];
             uint32_t const* v = mesh.getVertexIndices().data() + offsets[f];
@@ -432,25 +443,19 @@ void GltfWriter::writeBinary(std::ostream& stream, bool embedImages) const {
     BlockWriter out(stream);
     if (!table.rows().empty())
         out.put(metadata.data(), metadata.size());
-    std::vector<double> file;
-    std::vector<float> positions;
     for (auto const& p : primitives) {
         bool const textured = vertexStride(p) == 36;
-        uint32_t current = UINT32_MAX;
         for (auto const& ref : p.faces) {
             koltx::Mesh const& mesh = *in.meshes[ref.mesh];
-            if (ref.mesh != current) {
-                transform(ref.mesh, file, positions);
-                current = ref.mesh;
-            }
+            std::vector<float> const& xyz = positions[ref.mesh];
             auto const& offsets = mesh.getFaceVertexOffsets();
             uint32_t const n = offsets[ref.face + 1] - offsets[ref.face];
             uint32_t const* v = mesh.getVertexIndices().data() + offsets[ref.face];
             // Newell normal of the face in the output frame: flat, whatever the frame.
             double normal[3] = {0, 0, 0};
             for (uint32_t k = 0; k < n; ++k) {
-                float const* a = positions.data() + size_t(v[k]) * 3;
-                float const* b = positions.data() + size_t(v[k + 1 < n ? k + 1 : 0]) * 3;
+                float const* a = xyz.data() + size_t(v[k]) * 3;
+                float const* b = xyz.data() + size_t(v[k + 1 < n ? k + 1 : 0]) * 3;
                 normal[0] += (double(a[1]) - b[1]) * (double(a[2]) + b[2]);
                 normal[1] += (double(a[2]) - b[2]) * (double(a[0]) + b[0]);
                 normal[2] += (double(a[0]) - b[0]) * (double(a[1]) + b[1]);
@@ -469,7 +474,7 @@ void GltfWriter::writeBinary(std::ostream& stream, bool embedImages) const {
             vertex[textured ? 8 : 6] = feature;
             std::size_t const size = textured ? 36 : 28;
             for (uint32_t k = 0; k < n; ++k) {
-                std::memcpy(vertex, positions.data() + size_t(v[k]) * 3, 12);
+                std::memcpy(vertex, xyz.data() + size_t(v[k]) * 3, 12);
                 if (textured) {
                     vertex[6] = vertex[7] = 0;
                     if (withUVs && size_t(uvIndex[k]) * 2 + 1 < uvs.size()) {

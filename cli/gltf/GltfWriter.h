@@ -83,7 +83,6 @@ private:
 
     void plan(std::wstring& warnings);
     uint32_t materialIndex(koltx::Material const* material, std::wstring& warnings);
-    void transform(uint32_t mesh, std::vector<double>& file, std::vector<float>& out) const;
     nlohmann::ordered_json document(bool embedImages, std::string const& binUri,
                                     std::vector<std::string> const& imageUris) const;
     uint64_t binaryLength(bool embedImages) const;
@@ -97,6 +96,7 @@ private:
     std::vector<uint32_t> meshNode;
     std::vector<std::string> nodeNames;
     std::vector<std::vector<uint32_t>> meshMaterials; // host material index to ours, per mesh
+    std::vector<std::vector<float>> positions;        // in the output frame, per mesh
     std::vector<MaterialEntry> materials;
     std::vector<Image> images;
     std::vector<Primitive> primitives;

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string_view>
 #include <unordered_map>
 
 namespace {
@@ -29,12 +30,11 @@ void TileFeatures::extend(Region& r, Region const& o) {
 }
 
 TileFeatures::TileFeatures(std::vector<std::shared_ptr<koltx::Mesh>> const& meshes,
-                           GlobeTransform const& globe) {
-    std::unordered_map<std::string, std::size_t> byTop;
+                           std::vector<MeshPath> const& paths, GlobeTransform const& globe) {
+    std::unordered_map<std::string_view, std::size_t> byTop;
     std::vector<Feature> found;
     for (std::size_t m = 0; m < meshes.size(); ++m) {
-        MeshPath const path = MeshPath::parse(meshes[m]->getName());
-        auto const [it, added] = byTop.emplace(path.topKey, found.size());
+        auto const [it, added] = byTop.emplace(paths[m].topKey, found.size());
         if (added) {
             found.emplace_back();
             found.back().low.fill(INFINITY);

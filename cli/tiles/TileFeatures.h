@@ -7,6 +7,7 @@
 #include <vector>
 
 class GlobeTransform;
+struct MeshPath;
 namespace koltx {
 class Mesh;
 }
@@ -27,10 +28,10 @@ public:
         Region region{};
     };
 
-    // Groups `meshes` (host axes) by their top-level feature. A feature without a single
-    // finite coordinate cannot be placed: it is counted in `unplaced`, not tiled.
+    // Groups `meshes` (host axes) by their top-level feature, as their `paths` say. A feature
+    // without a single finite coordinate cannot be placed: it is counted in `unplaced`, not tiled.
     TileFeatures(std::vector<std::shared_ptr<koltx::Mesh>> const& meshes,
-                 GlobeTransform const& globe);
+                 std::vector<MeshPath> const& paths, GlobeTransform const& globe);
 
     std::vector<Feature> const& features() const { return list; }
     std::size_t unplaced() const { return dropped; }

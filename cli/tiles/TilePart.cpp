@@ -12,6 +12,7 @@
 #include "geo/GeoFrame.h"
 #include "gltf/GltfWriter.h"
 #include "lod/LodSelection.h"
+#include "lod/MeshPath.h"
 
 #include <koltx/Geometry.h>
 #include <koltx/Mesh.h>
@@ -55,7 +56,8 @@ Json regionJson(TileFeatures::Region const& r) {
 }
 
 struct Writer {
-    std::vector<std::shared_ptr<koltx::Mesh>> const& meshes;
+    std::vector<std::shared_ptr<koltx::Mesh>>& meshes; // each let go once its tile is written
+    std::vector<MeshPath>& paths;
     std::vector<TileFeatures::Feature> const& features;
     GeoFrame& frame;
     fs::path const& folder;
@@ -85,9 +87,12 @@ struct Writer {
             frame.moveOrigin(
                 {(low[0] + high[0]) / 2, (low[1] + high[1]) / 2, (low[2] + high[2]) / 2});
             absolute = *frame.enuToEcef();
+            frame.fit(low, high);
             GltfWriter::Input scene;
-            for (uint32_t m : chosen)
-                scene.meshes.push_back(meshes[m]);
+            for (uint32_t m : chosen) {
+                scene.meshes.push_back(std::move(meshes[m]));
+                scene.paths.push_back(std::move(paths[m]));
+            }
             scene.nodeName = "tile " + node.name;
             scene.extras = frame.extras();
             GltfWriter const writer(std::move(scene), frame, warnings);
@@ -157,10 +162,13 @@ FileBatch::Outcome TilePart::write(CodecHost const& host, CommandLine const& lin
                  ? "the spatial reference '" + *summary.spatialReference + "' is unknown"
                  : std::string("the file names no spatial reference")) +
             "; give the CRS with --crs to place it on the globe");
-    std::vector<std::shared_ptr<koltx::Mesh>> const meshes =
+    std::vector<MeshPath> paths;
+    std::vector<std::shared_ptr<koltx::Mesh>> meshes =
         LodSelection::fromOptions(line.mesh.allLods, line.encode.lod)
             .apply(decoded.geometry ? decoded.geometry->getMeshes()
-                                    : std::vector<std::shared_ptr<koltx::Mesh>>());
+                                    : std::vector<std::shared_ptr<koltx::Mesh>>(),
+                   &paths);
+    decoded.geometry.reset(); // the tiles own the meshes now
     // One east-north-up frame for the file, moved to each tile's centre in turn.
     GeoFrame::Options options;
     options.crs = *crs;
@@ -177,7 +185,7 @@ FileBatch::Outcome TilePart::write(CodecHost const& host, CommandLine const& lin
     GeoFrame frame(std::string(), options, first, first, frameWarnings);
     if (!frame.enuToEcef())
         throw std::runtime_error("PROJ cannot place the CRS '" + *crs + "' on the globe");
-    TileFeatures const features(meshes, GlobeTransform(frame));
+    TileFeatures const features(meshes, paths, GlobeTransform(frame));
     FileBatch::Outcome outcome;
     for (auto const& text : GeometrySummary(nullptr, decoded.warnings).warnings)
         outcome.warnings.push_back(text);
@@ -202,7 +210,7 @@ FileBatch::Outcome TilePart::write(CodecHost const& host, CommandLine const& lin
                               {"tileset", nullptr}});
         } else {
             TileTree const tree(features.features(), line.tiles.tileFeatures, line.tiles.tileBytes);
-            Writer writer{meshes, features.features(), frame, temporary, {}, 0, 0};
+            Writer writer{meshes, paths, features.features(), frame, temporary, {}, 0, 0};
             Matrix identity{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
             Json root = writer.tile(tree.root(), identity, true);
             double const error = std::max(tree.largest(), tree.root().error);

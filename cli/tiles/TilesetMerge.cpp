@@ -68,6 +68,67 @@ Part read(fs::path const& file, std::string const& name) {
     return part;
 }
 
+// A quadtree over the parts' centres: a node holds up to GroupSize parts, or splits them
+// among its quadrants (or, when their centres coincide, into GroupSize runs in name order).
+// Inner nodes have no content: their region holds everything below and their error is the
+// largest error below, what is missing while none of it is drawn.
+constexpr std::size_t GroupSize = 4;
+constexpr double LeastError = 0.01; // metres: a tile with children is never exact
+
+Json regionJson(TileFeatures::Region const& r) {
+    return Json::array({r[0], r[1], r[2], r[3], r[4], r[5]});
+}
+
+Json partTile(Part const& part) {
+    return {{"boundingVolume", {{"region", regionJson(part.region)}}},
+            {"geometricError", part.error},
+            {"content", {{"uri", part.tileset}}}};
+}
+
+Json group(std::vector<Part const*> const& items, int depth) {
+    TileFeatures::Region region = TileFeatures::empty();
+    double error = LeastError;
+    for (Part const* p : items) {
+        TileFeatures::extend(region, p->region);
+        error = std::max(error, p->error);
+    }
+    Json children = Json::array();
+    if (items.size() <= GroupSize || depth >= 30) {
+        for (Part const* p : items)
+            children.push_back(partTile(*p));
+    } else {
+        auto const centre = [](Part const* p, int axis) {
+            return (p->region[axis] + p->region[axis + 2]) / 2;
+        };
+        double low[2] = {INFINITY, INFINITY}, high[2] = {-INFINITY, -INFINITY};
+        for (Part const* p : items)
+            for (int a = 0; a < 2; ++a) {
+                low[a] = std::min(low[a], centre(p, a));
+                high[a] = std::max(high[a], centre(p, a));
+            }
+        std::vector<std::vector<Part const*>> groups(GroupSize);
+        for (Part const* p : items)
+            groups[(centre(p, 0) >= (low[0] + high[0]) / 2 ? 1 : 0) +
+                   (centre(p, 1) >= (low[1] + high[1]) / 2 ? 2 : 0)]
+                .push_back(p);
+        if (std::any_of(groups.begin(), groups.end(),
+                        [&](auto const& g) { return g.size() == items.size(); })) {
+            groups.assign(GroupSize, {});
+            for (std::size_t i = 0; i < items.size(); ++i)
+                groups[i * GroupSize / items.size()].push_back(items[i]);
+        }
+        for (auto const& g : groups) {
+            if (g.size() == 1)
+                children.push_back(partTile(*g.front()));
+            else if (!g.empty())
+                children.push_back(group(g, depth + 1));
+        }
+    }
+    return {{"boundingVolume", {{"region", regionJson(region)}}},
+            {"geometricError", error},
+            {"children", std::move(children)}};
+}
+
 } // namespace
 
 TilesetMerge::Totals TilesetMerge::run(fs::path const& outDir, std::vector<std::string> const& only,
@@ -87,9 +148,7 @@ TilesetMerge::Totals TilesetMerge::run(fs::path const& outDir, std::vector<std::
     }
     std::sort(names.begin(), names.end());
     Totals totals;
-    Json children = Json::array();
-    TileFeatures::Region all = TileFeatures::empty();
-    double error = 0;
+    std::vector<Part> found;
     for (auto const& name : names) {
         fs::path const index = parts / name / TilePart::IndexName;
         Part part;
@@ -106,26 +165,18 @@ TilesetMerge::Totals TilesetMerge::run(fs::path const& outDir, std::vector<std::
         ++totals.parts;
         totals.tiles += part.tiles;
         totals.bytes += part.bytes;
-        TileFeatures::extend(all, part.region);
-        error = std::max(error, part.error);
-        children.push_back(
-            {{"boundingVolume",
-              {{"region", Json::array({part.region[0], part.region[1], part.region[2],
-                                       part.region[3], part.region[4], part.region[5]})}}},
-             {"geometricError", part.error},
-             {"content", {{"uri", part.tileset}}}});
+        found.push_back(std::move(part));
     }
-    if (children.empty())
+    if (found.empty())
         throw std::runtime_error("no part in " + parts.string() + " holds a feature to tile");
-    Json const tileset = {
-        {"asset", {{"version", "1.1"}, {"generator", "gmlcodec"}}},
-        {"geometricError", error},
-        {"root",
-         {{"boundingVolume",
-           {{"region", Json::array({all[0], all[1], all[2], all[3], all[4], all[5]})}}},
-          {"geometricError", error},
-          {"refine", "ADD"},
-          {"children", std::move(children)}}}};
+    std::vector<Part const*> items;
+    for (auto const& part : found)
+        items.push_back(&part);
+    Json root = group(items, 0);
+    root["refine"] = "ADD";
+    Json const tileset = {{"asset", {{"version", "1.1"}, {"generator", "gmlcodec"}}},
+                          {"geometricError", root["geometricError"]},
+                          {"root", std::move(root)}};
     AtomicFile file(outDir / "tileset.json");
     file.stream() << tileset.dump() << "\n";
     file.commit();

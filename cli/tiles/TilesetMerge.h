@@ -5,8 +5,9 @@
 #include <string>
 #include <vector>
 
-// The root `tileset.json` of an output folder over the parts below it: one child per part with
-// features, each pointing at the part's own tileset, refined by addition.
+// The root `tileset.json` of an output folder over the parts below it: a quadtree over the
+// parts' regions whose inner tiles have no content, with a tile per part with features at its
+// leaves pointing at the part's own tileset; refined by addition.
 class TilesetMerge {
 public:
     struct Totals {

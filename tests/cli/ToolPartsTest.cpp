@@ -7,12 +7,14 @@
 #include "ScratchDir.h"
 #include "UsageError.h"
 #include "XmlSafe.h"
+#include "gltf/EarClipping.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <filesystem>
 #include <limits>
+#include <numeric>
 #include <sstream>
 
 namespace fs = std::filesystem;
@@ -111,6 +113,47 @@ TEST(AtomicFile, AppearsOnlyWhenCommitted) {
     EXPECT_EQ(std::distance(fs::directory_iterator(dir), fs::directory_iterator()), 1);
     EXPECT_EQ(fs::file_size(dir / "b.txt"), 5u);
     EXPECT_THROW(AtomicFile(dir / "missing" / "c.txt"), std::runtime_error);
+}
+
+// Clipped ears keep the polygon's winding, so they cover it exactly; crossings are refused.
+TEST(EarClipping, CoversConcaveFacesAndRefusesCrossings) {
+    struct Row {
+        std::vector<double> xyz;
+        bool clipped;
+    } const rows[] = {
+        {{0, 0, 0, 2, 0, 0, 2, 1, 0, 1, 1, 0, 1, 2, 0, 0, 2, 0}, true}, // L, upwards
+        {{0, 5, 0, 0, 5, 2, 1, 5, 2, 1, 5, 1, 2, 5, 1, 2, 5, 0}, true}, // L, upright
+        {{0, 0, 0, 3, 0, 0, 3, 2, 0, 2, 2, 0, 2, 1, 0, 1, 1, 0, 1, 2, 0, 0, 2, 0}, true}, // U
+        {{0, 0, 0, 1, 1, 0, 1, 0, 0, 0, 1, 0}, false},                                    // bow tie
+        {{0, 0, 0, 1, 0, 0, 2, 0, 0}, false},                                             // a line
+    };
+    auto const newell = [](double const* xyz, std::vector<uint32_t> const& v) {
+        std::array<double, 3> n{};
+        for (std::size_t k = 0; k < v.size(); ++k) {
+            double const *p = xyz + v[k] * 3, *q = xyz + v[(k + 1) % v.size()] * 3;
+            n = {n[0] + (p[1] - q[1]) * (p[2] + q[2]), n[1] + (p[2] - q[2]) * (p[0] + q[0]),
+                 n[2] + (p[0] - q[0]) * (p[1] + q[1])};
+        }
+        return n;
+    };
+    for (auto const& row : rows) {
+        std::vector<uint32_t> index(row.xyz.size() / 3), corners;
+        std::iota(index.begin(), index.end(), 0u);
+        ASSERT_EQ(EarClipping::triangulate(row.xyz.data(), index.data(),
+                                           static_cast<uint32_t>(index.size()), corners),
+                  row.clipped);
+        if (!row.clipped)
+            continue;
+        EXPECT_EQ(corners.size(), 3 * (index.size() - 2));
+        auto const whole = newell(row.xyz.data(), index);
+        double const area2 = whole[0] * whole[0] + whole[1] * whole[1] + whole[2] * whole[2];
+        // All triangles turning the polygon's way tile it exactly: the boundaries cancel.
+        for (std::size_t t = 0; t < corners.size(); t += 3) {
+            auto const n = newell(row.xyz.data(), {corners[t], corners[t + 1], corners[t + 2]});
+            double const along = (n[0] * whole[0] + n[1] * whole[1] + n[2] * whole[2]) / area2;
+            EXPECT_GT(along, 0);
+        }
+    }
 }
 
 TEST(XmlSafe, EveryStringBecomesWellFormed) {

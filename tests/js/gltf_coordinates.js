@@ -87,6 +87,14 @@ fs.mkdirSync(scratch, {recursive: true});
     console.log(`UTM ${frame}: corner within ${(miss * 1000).toFixed(3)} mm`);
     check(miss < 0.001, `UTM ${frame}: corner ${miss} m away from where PROJ puts it`);
   }
+  // Tiles: each tile's local frame and transform put the corner there too.
+  check(lib.run(tool, ['tiles', input, `${base}_tiles`, '--tile-features', '5']).ok, 'UTM tiles failed');
+  const [ecef] = cs2cs('EPSG:25832', 'EPSG:4978', [corner]);
+  const placed = require('./tiles_lib').check(`${base}_tiles`).placed.flatMap((g) => positions(lib.readGltf(g.file))
+    .map(([x, y, z]) => [0, 1, 2].map((r) => g.abs[r] * x - g.abs[4 + r] * z + g.abs[8 + r] * y + g.abs[12 + r])));
+  const miss = nearest(placed, ecef);
+  console.log(`UTM tiles (${placed.length} vertices): corner within ${(miss * 1000).toFixed(3)} mm`);
+  check(miss < 0.001, `UTM tiles: corner ${miss} m away from where PROJ puts it`);
 }
 
 for (const f of failures) console.log('FAIL', f);

@@ -144,7 +144,7 @@ function check(dir) {
       }
     });
   }
-  return {failures, tiles, glbs: glbs.map((g) => g.file)};
+  return {failures, tiles, glbs: glbs.map((g) => g.file), placed: glbs};
 }
 
 // The features a whole-file GLB holds, each once.

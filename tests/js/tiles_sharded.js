@@ -34,6 +34,7 @@ if (sa.join('\n') !== sb.join('\n'))
                 sa.filter((t) => !sb.includes(t)).concat(sb.filter((t) => !sa.includes(t))).slice(0, 4).join(' | '));
 const root = (dir) => JSON.parse(fs.readFileSync(path.join(dir, 'tileset.json'), 'utf8'));
 if (JSON.stringify(root(oneStep)) !== JSON.stringify(root(sharded))) failures.push('root tilesets differ');
+if (root(oneStep).root.children.length >= inputs.length) failures.push('the root is flat, not a tree');
 console.log(`${sa.length} tiles compared`);
 for (const f of failures) console.log('FAIL', f);
 process.exit(failures.length ? 1 : 0);

@@ -41,7 +41,9 @@ const inputs = require('./tiles_inputs.json');
   }
   // Completeness, file by file: its part's tiles against the whole-file GLB.
   const index = JSON.parse(fs.readFileSync(path.join(out, 'tileset.json'), 'utf8'));
-  const parts = index.root.children.map((c) => path.dirname(c.content.uri));
+  const parts = [];
+  const walk = (t) => { if (t.content) parts.push(path.dirname(t.content.uri)); (t.children || []).forEach(walk); };
+  walk(index.root);
   if (parts.length !== inputs.good.length) failures.push(`${parts.length} parts for ${inputs.good.length} good files`);
   let features = 0;
   for (const part of parts) {

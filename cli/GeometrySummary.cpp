@@ -70,13 +70,13 @@ void appendArray(std::string& out, std::vector<std::string> const& items) {
 } // namespace
 
 GeometrySummary::GeometrySummary(std::shared_ptr<koltx::Geometry> const& geometry,
-                                 std::wstring const& warningText, bool withMeshes) {
+                                 std::wstring const& warningText, bool withMeshes, bool allNames) {
     warnings = FileNames::lines(warningText);
     if (!geometry)
         return;
 
     if (withMeshes)
-        countMeshes(geometry->getMeshes());
+        countMeshes(geometry->getMeshes(), allNames);
 
     kolt::AttributeMap const& map = *geometry->getAttributeMap();
     std::size_t count = 0;
@@ -91,14 +91,18 @@ GeometrySummary::GeometrySummary(std::shared_ptr<koltx::Geometry> const& geometr
     }
 }
 
-void GeometrySummary::countMeshes(std::vector<std::shared_ptr<koltx::Mesh>> const& list) {
+void GeometrySummary::countMeshes(std::vector<std::shared_ptr<koltx::Mesh>> const& list,
+                                  bool allNames) {
     std::set<void const*> materialSet;
     std::set<void const*> textureSet;
     meshes = list.size();
     faces = holes = vertices = 0;
     meshNames.clear();
-    for (auto const& mesh : list) {
-        meshNames.push_back(kolt::StringUtils::toUTF8(mesh->getName()));
+    koltx::Material const* lastMaterial = nullptr;
+    for (std::size_t m = 0; m < list.size(); ++m) {
+        koltx::Mesh const* mesh = list[m].get();
+        if (allNames || m == 0 || m + 1 == list.size())
+            meshNames.push_back(kolt::StringUtils::toUTF8(mesh->getName()));
         vertices += mesh->getVertexCount();
         for (uint32_t face = 0; face < mesh->getFaceCount(); ++face) {
             if (mesh->isHoleFace(face))
@@ -107,6 +111,10 @@ void GeometrySummary::countMeshes(std::vector<std::shared_ptr<koltx::Mesh>> cons
                 ++faces;
         }
         for (auto const& material : mesh->getMaterials()) {
+            // Meshes mostly share the material of the one before.
+            if (material.get() == lastMaterial)
+                continue;
+            lastMaterial = material.get();
             materialSet.insert(material.get());
             for (auto const& texture : material->getDiffuseMap()) {
                 if (texture)

@@ -19,9 +19,10 @@ public:
     using Attribute = std::pair<std::string, std::string>;
 
     // `geometry` may be null (a file without polygons).
-    // `withMeshes` false leaves the mesh counts at zero (spatial reference and attributes only).
+    // `withMeshes` false leaves the mesh counts at zero (spatial reference and attributes only);
+    // `allNames` false keeps only the first and the last mesh name.
     GeometrySummary(std::shared_ptr<koltx::Geometry> const& geometry, std::wstring const& warnings,
-                    bool withMeshes = true);
+                    bool withMeshes = true, bool allNames = true);
 
     std::size_t meshes = 0;
     uint64_t faces = 0; // faces that are not holes
@@ -35,7 +36,7 @@ public:
     std::vector<std::string> meshNames;
 
     // Counts these meshes instead (meshes, faces, holes, vertices, materials, textures, names).
-    void countMeshes(std::vector<std::shared_ptr<koltx::Mesh>> const& meshes);
+    void countMeshes(std::vector<std::shared_ptr<koltx::Mesh>> const& meshes, bool allNames = true);
 
     std::string toJson() const;
     std::string toText() const;

@@ -21,7 +21,8 @@ int InfoCommand::run(CodecHost const& host, CommandLine const& line, std::ostrea
         err << "gmlcodec: " << decoded.error << "\n";
         return 1;
     }
-    GeometrySummary summary(decoded.geometry, decoded.warnings);
+    // Every mesh name only when asked for; the first and the last always.
+    GeometrySummary summary(decoded.geometry, decoded.warnings, true, line.names);
     // What the reader dropped counts among the warnings, and so does finding nothing at all.
     for (auto const& warning : decoded.reader->lines())
         summary.warnings.push_back(warning);
@@ -33,9 +34,6 @@ int InfoCommand::run(CodecHost const& host, CommandLine const& line, std::ostrea
                                             : std::vector<std::shared_ptr<koltx::Mesh>>(),
                            summary.spatialReference);
     if (line.json) {
-        // Every mesh name only when asked for; the first and the last always.
-        if (!line.names && summary.meshNames.size() > 2)
-            summary.meshNames.erase(summary.meshNames.begin() + 1, summary.meshNames.end() - 1);
         std::string json = summary.toJson();
         json.insert(json.size() - 2, facts.jsonMembers());
         out << json;

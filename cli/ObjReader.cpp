@@ -167,6 +167,8 @@ ObjReader::read(std::string const& path, kolt::Cache* cache, std::wstring& warni
         builder.setName(kolt::StringUtils::toUTF16(shape.name));
         builder.reserve(mesh.indices.size(), mesh.num_face_vertices.size(), mesh.indices.size());
         std::map<int, std::uint32_t> materialIndex;
+        int lastId = -1;
+        std::uint32_t lastIndex = unset;
         std::size_t offset = 0;
         std::size_t nonFinite = 0; // faces dropped for a NaN or infinite coordinate
         std::size_t firstBadVertex = 0;
@@ -214,14 +216,19 @@ ObjReader::read(std::string const& path, kolt::Cache* cache, std::wstring& warni
             offset += count;
 
             int const id = f < mesh.material_ids.size() ? mesh.material_ids[f] : -1;
-            auto found = materialIndex.find(id);
-            if (found == materialIndex.end()) {
-                bool const known = id >= 0 && static_cast<std::size_t>(id) < materials.size();
-                std::uint32_t const added =
-                    builder.addMaterial(known ? materials[static_cast<std::size_t>(id)] : plain);
-                found = materialIndex.emplace(id, added).first;
+            // Faces come in runs of one material: the map is asked only when the run ends.
+            if (id != lastId || lastIndex == unset) {
+                auto found = materialIndex.find(id);
+                if (found == materialIndex.end()) {
+                    bool const known = id >= 0 && static_cast<std::size_t>(id) < materials.size();
+                    std::uint32_t const added = builder.addMaterial(
+                        known ? materials[static_cast<std::size_t>(id)] : plain);
+                    found = materialIndex.emplace(id, added).first;
+                }
+                lastId = id;
+                lastIndex = found->second;
             }
-            builder.setFaceMaterialIndex(face, found->second);
+            builder.setFaceMaterialIndex(face, lastIndex);
         }
         if (nonFinite > 0)
             warnings += kolt::StringUtils::toUTF16(path + ": object '" + shape.name) + L"': " +

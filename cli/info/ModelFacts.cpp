@@ -7,6 +7,7 @@
 #include <kolt/StringUtils.h>
 #include <koltx/Mesh.h>
 
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 #include <sstream>
@@ -33,15 +34,52 @@ ModelFacts::ModelFacts(std::string const& file,
                        std::vector<std::shared_ptr<koltx::Mesh>> const& meshes,
                        std::optional<std::string> const& spatialReference)
     : version(sniffVersion(file)) {
-    std::unordered_set<std::string> features;
+    // Feature keys are views of copies kept in a few large blocks: one allocation per block
+    // instead of one per feature, and no per-key free at the end.
+    std::vector<std::unique_ptr<char[]>> blocks;
+    char* room = nullptr;
+    std::size_t left = 0;
+    std::unordered_set<std::string_view> features;
+    auto isNew = [&](std::string_view key) {
+        if (features.count(key) != 0)
+            return false;
+        if (key.size() > left) {
+            left = std::max<std::size_t>(key.size(), 1 << 20);
+            blocks.emplace_back(new char[left]);
+            room = blocks.back().get();
+        }
+        std::copy(key.begin(), key.end(), room);
+        features.emplace(room, key.size());
+        room += key.size();
+        left -= key.size();
+        return true;
+    };
+    features.reserve(meshes.size() + 1);
     std::array<double, 6> b{INFINITY, INFINITY, INFINITY, -INFINITY, -INFINITY, -INFINITY};
+    // A feature's meshes mostly follow one another: a key equal to the last mesh's is known
+    // already, so only new keys reach the set. Strings are reused from mesh to mesh.
+    MeshPath path;
+    std::string name;
+    std::string lastTop;
+    std::string lastFeature;
     for (auto const& mesh : meshes) {
-        MeshPath const path = MeshPath::parse(mesh->getName());
+        std::wstring const& wide = mesh->getName();
+        name.resize(wide.size());
+        bool ascii = true;
+        for (std::size_t i = 0; i < wide.size() && ascii; ++i) {
+            ascii = static_cast<unsigned>(wide[i]) < 0x80;
+            name[i] = static_cast<char>(wide[i]);
+        }
+        if (!ascii)
+            name = kolt::StringUtils::toUTF8(wide);
+        MeshPath::parse(name, path);
         // Top-level features count even when only their parts carry geometry.
-        if (features.insert(path.topKey).second)
-            ++featuresByClass[path.topKey.substr(0, path.topKey.find('['))];
-        if (features.insert(path.featureKey).second)
-            ++featuresByClass[path.featureTag];
+        if (path.topKey != lastTop && isNew(path.topKey))
+            ++countOf(std::string_view(path.topKey).substr(0, path.topKey.find('[')));
+        if (path.featureKey != lastFeature && isNew(path.featureKey))
+            ++countOf(path.featureTag);
+        lastTop.swap(path.topKey);
+        lastFeature.swap(path.featureKey);
         if (path.lod >= 0)
             lods.insert(path.lod);
         auto const& c = mesh->getVertexCoords();
@@ -59,6 +97,13 @@ ModelFacts::ModelFacts(std::string const& file,
         box = b;
     if (spatialReference)
         crs = GeoFrame::describe(*spatialReference);
+}
+
+std::size_t& ModelFacts::countOf(std::string_view tag) {
+    auto const hit = featuresByClass.find(tag);
+    if (hit != featuresByClass.end())
+        return hit->second;
+    return featuresByClass.emplace(std::string(tag), 0).first->second;
 }
 
 std::string ModelFacts::toText() const {

@@ -6,6 +6,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace koltx {
@@ -21,7 +22,7 @@ public:
                std::optional<std::string> const& spatialReference);
 
     std::optional<std::string> version; // "1.0", "2.0" or "3.0"
-    std::map<std::string, std::size_t> featuresByClass;
+    std::map<std::string, std::size_t, std::less<>> featuresByClass;
     std::set<int> lods;
     std::optional<std::array<double, 6>> box; // min x, y, z, max x, y, z
     std::optional<std::string> crs;           // PROJ's name for it
@@ -29,4 +30,7 @@ public:
     std::string toText() const;
     // `"key": value` pairs, each preceded by ", ", to go into info's JSON object.
     std::string jsonMembers() const;
+
+private:
+    std::size_t& countOf(std::string_view tag);
 };

@@ -54,6 +54,12 @@ bool isFeature(std::string_view tag) {
 
 MeshPath MeshPath::parse(std::string_view path) {
     MeshPath out;
+    parse(path, out);
+    return out;
+}
+
+void MeshPath::parse(std::string_view path, MeshPath& out) {
+    out.lod = -1;
     bool inGeometry = false;
     Element top, feature;
     std::size_t featureEnd = 0;
@@ -84,7 +90,6 @@ MeshPath MeshPath::parse(std::string_view path) {
     out.featureTag.assign(feature.tag);
     out.featureId.assign(feature.id);
     out.featureKey.assign(path.substr(0, featureEnd));
-    return out;
 }
 
 MeshPath MeshPath::parse(std::wstring const& name) {

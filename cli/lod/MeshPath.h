@@ -16,6 +16,8 @@ struct MeshPath {
     int lod = -1;           // -1 when no element names a level
 
     static MeshPath parse(std::string_view path);
+    // The same into `out`, whose strings keep their room for the next path.
+    static void parse(std::string_view path, MeshPath& out);
     // The same for a host mesh name (UTF-16).
     static MeshPath parse(std::wstring const& name);
 };

@@ -134,22 +134,28 @@ bool CityGMLDecoder::decodeGeometry(koltx::GeometryBuilder& builder,
     meshBuilder.setName(path);
 
     bool added = false;
-    unsigned int const polygonCount = geometry.getPolygonsCount();
-    // One pass to size the builder: growing its arrays polygon by polygon costs more than this.
+    citygml::ObjectList<citygml::Polygon*> const& polygons = geometry.polygons();
+    unsigned int const polygonCount = static_cast<unsigned int>(polygons.size());
+    // One pass to size the builder exactly: growing its arrays polygon by polygon costs more
+    // than this, and the mesh keeps what the builder reserved. A ring's closing copy of its first
+    // position is not a vertex of the mesh.
     std::size_t faces = 0;
     std::size_t corners = 0;
-    for (unsigned int i = 0; i < polygonCount; ++i) {
-        citygml::Polygon const& polygon = geometry.polygon(i);
-        if (!polygon.exterior())
+    for (citygml::Polygon const* polygon : polygons) {
+        if (!polygon || !polygon->exterior())
             continue;
-        faces += 1 + polygon.interiors().size();
-        corners += polygon.exterior()->vertexCount();
-        for (citygml::LinearRing const* interior : polygon.interiors())
-            corners += interior->vertexCount();
+        faces += 1 + polygon->interiors().size();
+        corners += polygon->exterior()->vertexCount() - 1;
+        for (citygml::LinearRing const* interior : polygon->interiors())
+            if (interior)
+                corners += interior->vertexCount() - 1;
     }
     meshBuilder.reserve(corners, faces, corners);
-    for (unsigned int i = 0; i < polygonCount; ++i)
-        addPolygon(meshBuilder, materialIndices, geometry.getPolygon(i), warnings);
+    for (citygml::Polygon const* polygon : polygons) {
+        // The reader never delivers a polygon without exterior ring; a foreign one is skipped.
+        if (polygon && polygon->exterior())
+            addPolygon(meshBuilder, materialIndices, *polygon, warnings);
+    }
     if (polygonCount != 0) {
         try {
             builder.addMesh(createMesh(meshBuilder, &warnings));
@@ -172,22 +178,18 @@ bool CityGMLDecoder::decodeGeometry(koltx::GeometryBuilder& builder,
 
 void CityGMLDecoder::addPolygon(koltx::MeshBuilder& meshBuilder,
                                 DecodedMaterials::MaterialIndices& materialIndices,
-                                std::shared_ptr<citygml::Polygon const> const& polygon,
-                                std::wstring& warnings) {
-    // The reader never delivers a polygon without exterior ring; a foreign one is skipped.
-    if (!polygon || !polygon->exteriorRing())
-        return;
+                                citygml::Polygon const& polygon, std::wstring& warnings) {
     uint32_t const materialIndex =
-        materials.getMaterialIndex(meshBuilder, materialIndices, *polygon, warnings);
-    std::vector<std::string> const themes = polygon->getAllTextureThemes(true);
+        materials.getMaterialIndex(meshBuilder, materialIndices, polygon, warnings);
+    std::vector<std::string> const themes = polygon.getAllTextureThemes(true);
     std::string const theme = themes.empty() ? std::string() : themes.front();
 
-    uint32_t const face = addRing(meshBuilder, *polygon, *polygon->exteriorRing(), theme, warnings);
+    uint32_t const face = addRing(meshBuilder, polygon, *polygon.exterior(), theme, warnings);
     meshBuilder.setFaceMaterialIndex(face, materialIndex);
-    for (auto const& interior : polygon->interiorRings()) {
+    for (citygml::LinearRing const* interior : polygon.interiors()) {
         if (!interior)
             continue;
-        uint32_t const hole = addRing(meshBuilder, *polygon, *interior, theme, warnings);
+        uint32_t const hole = addRing(meshBuilder, polygon, *interior, theme, warnings);
         meshBuilder.addFaceHoleIndex(face, hole);
     }
 }
@@ -196,8 +198,8 @@ uint32_t CityGMLDecoder::addRing(koltx::MeshBuilder& meshBuilder, citygml::Polyg
                                  citygml::LinearRing const& ring, std::string const& theme,
                                  std::wstring& warnings) {
     uint32_t const face = meshBuilder.addFace();
-    std::vector<citygml::TVec3d> const& vertices = ring.getVertices();
-    std::size_t const count = vertices.size();
+    citygml::TVec3d const* vertices = ring.vertexData();
+    std::size_t const count = ring.vertexCount();
     // The last vertex is the closing copy of the first and is skipped. The file's (x, y, z)
     // becomes the host's (x, z, -y): a rotation, so rings keep their sense of turn.
     for (std::size_t i = 0; i + 1 < count; ++i) {

@@ -56,7 +56,7 @@ private:
                         std::wstring& path, std::wstring& warnings);
     void addPolygon(koltx::MeshBuilder& meshBuilder,
                     DecodedMaterials::MaterialIndices& materialIndices,
-                    std::shared_ptr<citygml::Polygon const> const& polygon, std::wstring& warnings);
+                    citygml::Polygon const& polygon, std::wstring& warnings);
     uint32_t addRing(koltx::MeshBuilder& meshBuilder, citygml::Polygon const& polygon,
                      citygml::LinearRing const& ring, std::string const& theme,
                      std::wstring& warnings);

@@ -3,6 +3,13 @@
 #include <kolt/StringUtils.h>
 
 std::wstring toWide(std::string_view view) {
+    // Ids and paths are nearly always ASCII, where each byte is its own unit.
+    std::wstring ascii(view.size(), L'\0');
+    std::size_t i = 0;
+    for (; i < view.size() && static_cast<unsigned char>(view[i]) < 0x80 && view[i] != '\0'; ++i)
+        ascii[i] = static_cast<wchar_t>(view[i]);
+    if (i == view.size())
+        return ascii;
     std::string const text(view); // the conversion reads up to a terminator
     // UTF-16 never needs more units than UTF-8 has bytes; one more holds the terminator, so the
     // second call below is only a safeguard.

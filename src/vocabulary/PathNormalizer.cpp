@@ -5,6 +5,7 @@
 #include "vocabulary/TagMaps.h"
 
 #include <cwctype>
+#include <deque>
 #include <regex>
 #include <string_view>
 #include <unordered_map>
@@ -91,7 +92,7 @@ std::unordered_map<std::wstring_view, std::wstring const*> const& schemaSpelling
 
 // The schema spelling of one tag. The view points into the tables, into `tag` itself, or into
 // `buffer` when the LOD rule rewrote the tag.
-std::wstring_view lookUpTag(std::wstring_view tag, std::wstring& buffer) {
+std::wstring_view spellTag(std::wstring_view tag, std::wstring& buffer) {
     std::size_t const lod = tag.find(L"lod");
     if (lod != std::wstring_view::npos) {
         buffer = canonicalLodTag(tag, lod);
@@ -103,6 +104,26 @@ std::wstring_view lookUpTag(std::wstring_view tag, std::wstring& buffer) {
     if (hit != index.end())
         return *hit->second;
     return canonicalGmlGeometryTag(tag);
+}
+
+// The same, remembered per thread: a document repeats a few dozen tags millions of times. The
+// memory is bounded, since a hostile document may bring any number of distinct tags.
+std::wstring_view lookUpTag(std::wstring_view tag, std::wstring& buffer) {
+    struct Spelling {
+        std::wstring tag;
+        std::wstring spelled;
+    };
+    thread_local std::deque<Spelling> spellings;
+    thread_local std::unordered_map<std::wstring_view, std::wstring_view> known;
+    auto const hit = known.find(tag);
+    if (hit != known.end())
+        return hit->second;
+    std::wstring_view const spelled = spellTag(tag, buffer);
+    if (known.size() >= 4096)
+        return spelled;
+    Spelling& kept = spellings.emplace_back(Spelling{std::wstring(tag), std::wstring(spelled)});
+    known.emplace(kept.tag, kept.spelled);
+    return kept.spelled;
 }
 
 } // namespace

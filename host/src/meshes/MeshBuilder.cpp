@@ -11,9 +11,9 @@ namespace koltx {
 namespace {
 
 // Groups values recorded as (face, value) pairs into per-face ranges, keeping the order in which
-// they were added within each face. Already grouped input is copied as it is.
+// they were added within each face. Already grouped input is moved as it is.
 void groupByFace(uint32_t faceCount, std::vector<uint32_t> const& faces,
-                 std::vector<uint32_t> const& values, std::vector<uint32_t>& offsets,
+                 std::vector<uint32_t>& values, std::vector<uint32_t>& offsets,
                  std::vector<uint32_t>& grouped) {
     offsets.assign(size_t(faceCount) + 1, 0);
     bool ordered = true;
@@ -25,7 +25,7 @@ void groupByFace(uint32_t faceCount, std::vector<uint32_t> const& faces,
     for (size_t f = 0; f < faceCount; ++f)
         offsets[f + 1] += offsets[f];
     if (ordered) {
-        grouped = values;
+        grouped = std::move(values);
         return;
     }
     grouped.resize(values.size());
@@ -135,7 +135,7 @@ std::shared_ptr<Mesh> MeshBuilder::createSharedAndReset(std::wstring* /*warnings
         fail(name, badFace, "no such face (the mesh has " + std::to_string(faceCount) + ")");
 
     std::shared_ptr<Mesh> mesh(new Mesh());
-    mesh->arrays.name = name;
+    mesh->arrays.name = std::move(name);
     mesh->arrays.coords = std::move(vertexCoords);
     uint32_t const vertexCount = mesh->getVertexCount();
 
@@ -143,11 +143,13 @@ std::shared_ptr<Mesh> MeshBuilder::createSharedAndReset(std::wstring* /*warnings
     for (uint32_t face = 0; face < faceCount; ++face) {
         uint32_t const count = mesh->getFaceVertexCount(face);
         if (count < 3)
-            fail(name, face, "has " + std::to_string(count) + " vertices, at least 3 are needed");
+            fail(mesh->arrays.name, face,
+                 "has " + std::to_string(count) + " vertices, at least 3 are needed");
         uint32_t const* indices = mesh->getFaceVertexIndices(face);
         for (uint32_t i = 0; i < count; ++i)
             if (indices[i] >= vertexCount)
-                fail(name, face, "vertex index " + std::to_string(indices[i]) + " out of range");
+                fail(mesh->arrays.name, face,
+                     "vertex index " + std::to_string(indices[i]) + " out of range");
     }
 
     mesh->arrays.uvSets.resize(uvSets.size());
@@ -160,12 +162,12 @@ std::shared_ptr<Mesh> MeshBuilder::createSharedAndReset(std::wstring* /*warnings
         for (uint32_t face = 0; face < faceCount; ++face) {
             uint32_t const count = target.faceOffsets[face + 1] - target.faceOffsets[face];
             if (count != 0 && count != mesh->getFaceVertexCount(face))
-                fail(name, face,
+                fail(mesh->arrays.name, face,
                      std::to_string(count) + " UV indices in set " + std::to_string(set) + " for " +
                          std::to_string(mesh->getFaceVertexCount(face)) + " vertices");
             for (uint32_t i = target.faceOffsets[face]; i < target.faceOffsets[face + 1]; ++i)
                 if (target.indices[i] >= uvCount)
-                    fail(name, face,
+                    fail(mesh->arrays.name, face,
                          "UV index " + std::to_string(target.indices[i]) + " out of range in set " +
                              std::to_string(set));
         }
@@ -178,21 +180,22 @@ std::shared_ptr<Mesh> MeshBuilder::createSharedAndReset(std::wstring* /*warnings
              ++i) {
             uint32_t const hole = mesh->arrays.holes[i];
             if (hole >= faceCount || hole == face)
-                fail(name, face, "hole face " + std::to_string(hole) + " is not another face");
+                fail(mesh->arrays.name, face,
+                     "hole face " + std::to_string(hole) + " is not another face");
             if (mesh->holeFaces[hole])
-                fail(name, face, "face " + std::to_string(hole) + " is a hole twice");
+                fail(mesh->arrays.name, face, "face " + std::to_string(hole) + " is a hole twice");
             mesh->holeFaces[hole] = true;
         }
     }
     for (uint32_t face = 0; face < faceCount; ++face)
         if (mesh->holeFaces[face] && mesh->getFaceHoleCount(face) > 0)
-            fail(name, face, "a hole cannot have holes of its own");
+            fail(mesh->arrays.name, face, "a hole cannot have holes of its own");
 
     if (materials.empty() && faceCount > 0)
         materials.push_back(MaterialBuilder().createSharedAndReset(nullptr));
     for (uint32_t face = 0; face < faceCount; ++face)
         if (faceMaterialIndices[face] >= materials.size())
-            fail(name, face,
+            fail(mesh->arrays.name, face,
                  "material index " + std::to_string(faceMaterialIndices[face]) + " out of range");
     mesh->arrays.faceMaterials = std::move(faceMaterialIndices);
     mesh->arrays.materials = std::move(materials);

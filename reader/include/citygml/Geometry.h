@@ -54,6 +54,8 @@ public:
     std::shared_ptr<Polygon const> getPolygon(unsigned int i) const;
     // The same polygon without a shared pointer, valid as long as the geometry.
     Polygon const& polygon(unsigned int i) const { return *m_polygons.at(i); }
+    // All of them, valid as long as the geometry.
+    ObjectList<Polygon*> const& polygons() const { return m_polygons; }
 
     unsigned int getGeometriesCount() const { return static_cast<unsigned int>(m_children.size()); }
     Geometry const& getGeometry(unsigned int i) const { return *m_children.at(i); }

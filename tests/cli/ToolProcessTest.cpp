@@ -223,18 +223,6 @@ TEST_F(ToolProcess, HostileInputs) {
     EXPECT_GT(cases, 25);
 }
 
-TEST_F(ToolProcess, SelfcheckListsTheCodecFactories) {
-    ToolRun const r = run("selfcheck");
-    EXPECT_EQ(r.code, 0) << r.err;
-    EXPECT_NE(r.out.find("decoder  com.morvane.kolt.codecs.CityGMLDecoder  \"CityGML Decoder\"  "
-                         ".gml;\n"),
-              std::string::npos)
-        << r.out;
-    EXPECT_EQ(r.out.substr(r.out.size() - 3), "ok\n");
-    // The built-in image encoders are the host's, not the codec's.
-    EXPECT_EQ(r.out.find("PNGEncoder"), std::string::npos);
-}
-
 TEST_F(ToolProcess, InfoOfTheExample) {
     ToolRun const r = run("info --json --names " + example());
     EXPECT_EQ(r.code, 0) << r.err;
@@ -265,39 +253,6 @@ TEST_F(ToolProcess, ConvertTheExampleToObj) {
         EXPECT_EQ(readFile(dir / "out" / name), readFile(golden(name))) << name;
     EXPECT_EQ(readFile(dir / "out" / "facade.png"),
               readFile(testsupport::sourceDir() / "examples" / "facade.png"));
-}
-
-TEST_F(ToolProcess, TexturesWithOneFileNameGetUniqueCopies) {
-    fs::path const png = testsupport::sourceDir() / "examples" / "facade.png";
-    for (char const* sub : {"x", "y"}) {
-        fs::create_directories(dir / "in" / sub);
-        fs::copy_file(png, dir / "in" / sub / "wall.png");
-    }
-    fs::copy_file(testsupport::dataFile("cli/two_textures.gml"), dir / "in" / "two.gml");
-    ToolRun const r = run("convert " + (dir / "in" / "two.gml").string() + " " +
-                          (dir / "out" / "two.obj").string());
-    EXPECT_EQ(r.code, 0) << r.err;
-    EXPECT_EQ(filesIn(dir / "out"),
-              (std::vector<std::string>{"two.attributes.json", "two.mtl", "two.obj", "wall.png",
-                                        "wall_1.png"}));
-    std::string const mtl = readFile(dir / "out" / "two.mtl");
-    EXPECT_NE(mtl.find("map_Kd wall.png\n"), std::string::npos) << mtl;
-    EXPECT_NE(mtl.find("map_Kd wall_1.png\n"), std::string::npos) << mtl;
-    std::string const obj = readFile(dir / "out" / "two.obj");
-    EXPECT_NE(obj.find("usemtl material_0\nf 1/1 2/2 3/3\nusemtl material_1\nf 4/4 5/5 6/6\n"),
-              std::string::npos)
-        << obj;
-}
-
-TEST_F(ToolProcess, TexturedCorpusFileCountsItsTextures) {
-    REQUIRE_TESTDATA();
-    fs::path const file = testsupport::testDataDir() / "citygml2_textures" / "ogc_appearance" /
-                          "Appearance-EPSG25832.gml";
-    ToolRun const r = run("info --json " + file.string());
-    EXPECT_EQ(r.code, 0) << r.err;
-    EXPECT_EQ(r.out.rfind("{\"meshes\": ", 0), 0u);
-    // Textures beside the document resolve, so none is missing from the count.
-    EXPECT_EQ(r.out.find("\"textures\": 0,"), std::string::npos) << r.out.substr(0, 200);
 }
 
 } // namespace

@@ -141,3 +141,9 @@ text('texin/t.mtl', 'newmtl t\nmap_Kd t.png\n')
 text('texin/tex.obj', 'mtllib t.mtl\nv 0 0 0\nv 1 0 0\nv 1 1 0\nvt 0 0\nvt 1 0\nvt 1 1\n'
      'usemtl t\nf 1/1 2/2 3/3\n')
 os.makedirs(os.path.join(out, 'blocked', 'blocked.gml'))
+
+# Two textures of one file name in two folders.
+for sub in ('x', 'y'):
+    os.makedirs(os.path.join(out, 'two', sub))
+    shutil.copy(os.path.join(src, 'examples', 'facade.png'), os.path.join(out, 'two', sub, 'wall.png'))
+shutil.copy(os.path.join(src, 'tests', 'data', 'cli', 'two_textures.gml'), os.path.join(out, 'two', 'two.gml'))

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <MeshFixtures.h>
 #include <encoder/CityGMLEncoder.h>
 #include <encoder/CityGMLEncoderFactory.h>
 #include <gml/BuildingTypeNode.h>
@@ -14,7 +15,6 @@
 #include <koltx/Encoder.h>
 #include <koltx/GenerateContext.h>
 #include <koltx/Geometry.h>
-#include <koltx/GeometryBuilder.h>
 #include <koltx/InitialShape.h>
 #include <koltx/KOLTUtils.h>
 #include <koltx/Material.h>
@@ -25,7 +25,6 @@
 #include <koltx/Texture.h>
 #include <koltx/URI.h>
 
-#include <array>
 #include <functional>
 #include <memory>
 #include <stdexcept>
@@ -33,6 +32,8 @@
 #include <vector>
 
 namespace enctest {
+
+using fixtures::geometryOf;
 
 // A square face in the host's x/z plane at height y, corners (x0, z0) to (x0 + size, z0 + size).
 struct Square {
@@ -61,14 +62,6 @@ makeMesh(std::wstring const& name, std::vector<Square> const& faces,
         if (!materials.empty())
             builder.setFaceMaterialIndex(face, square.material);
     }
-    return builder.createSharedAndReset(nullptr);
-}
-
-inline std::shared_ptr<koltx::Geometry>
-makeGeometry(std::vector<std::shared_ptr<koltx::Mesh>> const& meshes) {
-    koltx::GeometryBuilder builder;
-    for (auto const& mesh : meshes)
-        builder.addMesh(mesh);
     return builder.createSharedAndReset(nullptr);
 }
 
@@ -115,11 +108,6 @@ makeMaterial(std::wstring const& name, std::vector<double> const& diffuse,
     builder.name(name).diffuseColor(diffuse);
     if (!textures.empty())
         builder.diffuseMap(textures, std::vector<std::wstring>(textures.size()));
-    return builder.createSharedAndReset(nullptr);
-}
-
-inline std::shared_ptr<koltx::Material> defaultMaterial() {
-    koltx::MaterialBuilder builder;
     return builder.createSharedAndReset(nullptr);
 }
 

@@ -228,10 +228,6 @@ TEST_F(ToolProcess, InfoOfTheExample) {
     EXPECT_EQ(r.code, 0) << r.err;
     EXPECT_EQ(r.err, "");
     EXPECT_EQ(r.out, readFile(golden("info_small_house.json")));
-    // Without --names only the first and the last mesh name.
-    EXPECT_NE(run("info --json " + example())
-                  .out.find(R"(MultiSurface[]\\", "bldg:Building[house]\\bldg:consistsOf)"),
-              std::string::npos);
     ToolRun const text = run("info " + example());
     EXPECT_EQ(text.code, 0);
     EXPECT_EQ(text.out,

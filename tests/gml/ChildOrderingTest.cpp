@@ -111,15 +111,4 @@ TEST(ChildOrderingTest, SortIsStableUpToThirtyTwoChildren) {
     }
 }
 
-TEST(ChildOrderingTest, LongListsAreSortedToo) {
-    CityElementNode parent(L"", false, L"x:y");
-    std::vector<std::wstring> tags;
-    for (int i = 0; i < 100; ++i)
-        tags.push_back(L"a:lod" + std::to_wstring(5 - i % 6) + L"Solid");
-    addChildren(parent, tags);
-    auto const sorted = sortedTags(parent, 2);
-    for (std::size_t i = 1; i < sorted.size(); ++i)
-        EXPECT_LE(gml::lodOfTag(sorted[i - 1]), gml::lodOfTag(sorted[i]));
-}
-
 } // namespace

@@ -27,17 +27,3 @@ TEST(Texture, FormatsValidityAndPixelAddressing) {
     EXPECT_THROW(Texture(nullptr, 2, 2, Texture::FORMAT_RGB8, {1, 2, 3}), std::invalid_argument);
     EXPECT_FALSE(Texture(nullptr, 1, 1, 9, {}).isValid());
 }
-
-TEST(Texture, EqualityByContentNotAddressOrURI) {
-    Texture const a(koltx::URI::create(L"a.png"), 1, 2, Texture::FORMAT_RGB8, {1, 2, 3, 4, 5, 6});
-    Texture const b(koltx::URI::create(L"b.jpg"), 1, 2, Texture::FORMAT_RGB8, {1, 2, 3, 4, 5, 6});
-    Texture const otherPixels(nullptr, 1, 2, Texture::FORMAT_RGB8, {1, 2, 3, 4, 5, 7});
-    Texture const otherShape(nullptr, 2, 1, Texture::FORMAT_RGB8, {1, 2, 3, 4, 5, 6});
-    Texture const otherFormat(nullptr, 3, 1, Texture::FORMAT_GREYA8, {1, 2, 3, 4, 5, 6});
-    EXPECT_TRUE(a == b);
-    EXPECT_EQ(a.hash(), b.hash());
-    EXPECT_TRUE(a != otherPixels);
-    EXPECT_TRUE(a != otherShape);
-    EXPECT_TRUE(a != otherFormat);
-    EXPECT_TRUE(Texture(nullptr) == Texture(koltx::URI::create(L"x")));
-}

@@ -14,7 +14,7 @@
 namespace {
 
 using enctest::encodeToText;
-using enctest::geometryOf;
+using enctest::makeGeometry;
 using enctest::makeInitialShape;
 using enctest::makeLeaf;
 using enctest::makeMesh;
@@ -24,7 +24,7 @@ std::wstring const buildingPath =
     L"bldg:Building[b1]\\bldg:lod2MultiSurface[]\\gml:MultiSurface[ms1]\\";
 
 std::shared_ptr<koltx::InitialShape const> oneSquareShape(std::wstring const& name) {
-    return makeInitialShape({makeLeaf(geometryOf({makeMesh(name, {Square{1, 2, 3, 1, 0}})}))});
+    return makeInitialShape({makeLeaf(makeGeometry({makeMesh(name, {Square{1, 2, 3, 1, 0}})}))});
 }
 
 // The host's memory outputs with an `open` that never touches the status.
@@ -134,7 +134,7 @@ TEST(EncoderLifecycle, AttributesFromMetadataAndReports) {
         b.setString(L"/enc/metaData/", L"nameless");
     });
     auto const mesh = makeMesh(buildingPath, {Square{}});
-    auto const shape = makeInitialShape({makeLeaf(geometryOf({mesh}), reports)}, attributes);
+    auto const shape = makeInitialShape({makeLeaf(makeGeometry({mesh}), reports)}, attributes);
     CityGMLEncoder* raw = nullptr;
     koltx::MemoryOutputCallbacks outputs;
     auto const options = enctest::validatedOptions(nullptr);
@@ -153,11 +153,11 @@ TEST(EncoderLifecycle, AttributesFromMetadataAndReports) {
 }
 
 TEST(EncoderLifecycle, FailingLeavesFallBackToTheShapesOwnGeometry) {
-    auto const good = makeLeaf(geometryOf({makeMesh(
+    auto const good = makeLeaf(makeGeometry({makeMesh(
         L"bldg:Building[b]\\bldg:lod2MultiSurface[]\\gml:MultiSurface[good]\\", {Square{}})}));
     // A leaf without geometry makes the host's preparator throw.
     auto const broken = std::make_shared<koltx::Shape>(nullptr);
-    auto const fallback = geometryOf(
+    auto const fallback = makeGeometry(
         {makeMesh(L"bldg:Building[b]\\bldg:lod2MultiSurface[]\\gml:MultiSurface[fallback]\\",
                   {Square{}, Square{5, 0, 0, 1, 0}})});
     auto const shape = makeInitialShape({good, broken}, nullptr, fallback);

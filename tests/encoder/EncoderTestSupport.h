@@ -1,6 +1,5 @@
 #pragma once
 
-#include <MeshFixtures.h>
 #include <encoder/CityGMLEncoder.h>
 #include <encoder/CityGMLEncoderFactory.h>
 #include <gml/BuildingTypeNode.h>
@@ -15,6 +14,7 @@
 #include <koltx/Encoder.h>
 #include <koltx/GenerateContext.h>
 #include <koltx/Geometry.h>
+#include <koltx/GeometryBuilder.h>
 #include <koltx/InitialShape.h>
 #include <koltx/KOLTUtils.h>
 #include <koltx/Material.h>
@@ -32,8 +32,6 @@
 #include <vector>
 
 namespace enctest {
-
-using fixtures::geometryOf;
 
 // A square face in the host's x/z plane at height y, corners (x0, z0) to (x0 + size, z0 + size).
 struct Square {
@@ -62,6 +60,14 @@ makeMesh(std::wstring const& name, std::vector<Square> const& faces,
         if (!materials.empty())
             builder.setFaceMaterialIndex(face, square.material);
     }
+    return builder.createSharedAndReset(nullptr);
+}
+
+inline std::shared_ptr<koltx::Geometry>
+makeGeometry(std::vector<std::shared_ptr<koltx::Mesh>> const& meshes) {
+    koltx::GeometryBuilder builder;
+    for (auto const& mesh : meshes)
+        builder.addMesh(mesh);
     return builder.createSharedAndReset(nullptr);
 }
 

@@ -28,7 +28,7 @@ std::vector<std::shared_ptr<koltx::InitialShape const>> sampleShapes() {
             face.material = 0;
         auto const plain = enctest::makeMesh(L"generated", faces, {red});
         shapes.push_back(
-            enctest::makeInitialShape({enctest::makeLeaf(enctest::geometryOf({wall, plain}))}));
+            enctest::makeInitialShape({enctest::makeLeaf(enctest::makeGeometry({wall, plain}))}));
     }
     return shapes;
 }

@@ -57,7 +57,7 @@ groupsOf(std::vector<std::vector<std::shared_ptr<koltx::Mesh>>> const& shapes,
     for (auto const& meshes : shapes) {
         std::vector<std::shared_ptr<koltx::Shape>> leaves;
         if (!meshes.empty())
-            leaves.push_back(enctest::makeLeaf(enctest::geometryOf(meshes)));
+            leaves.push_back(enctest::makeLeaf(enctest::makeGeometry(meshes)));
         initialShapes.push_back(enctest::makeInitialShape(leaves));
     }
     koltx::MemoryOutputCallbacks outputs;

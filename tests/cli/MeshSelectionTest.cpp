@@ -1,6 +1,8 @@
 #include "geo/CrsName.h"
 #include "lod/LodSelection.h"
 
+#include <Files.h>
+#include <TestData.h>
 #include <gtest/gtest.h>
 
 // Paths of one building with LoD1 and LoD2, a second with LoD0 and LoD3, and a relief without
@@ -41,18 +43,9 @@ TEST(MeshSelection, PathParts) {
 }
 
 TEST(MeshSelection, SpatialReferenceNames) {
-    std::pair<char const*, char const*> const cases[] = {
-        {"EPSG:25832", "EPSG:25832"},
-        {"EPSG:25832+7837", "EPSG:25832+7837"},
-        {"urn:ogc:def:crs,crs:EPSG:27700,crs:EPSG:5101",
-         "urn:ogc:def:crs,crs:EPSG::27700,crs:EPSG::5101"},
-        {"http://www.opengis.net/def/crs/EPSG/0/6697",
-         "http://www.opengis.net/def/crs/EPSG/0/6697"},
-        {"urn:adv:crs:ETRS89_UTM32*DE_DHHN92_NH", "EPSG:25832+5783"},
-        {"urn:adv:crs:ETRS89_UTM32*DE_DHHN2016_NH*GCG2016", "EPSG:25832+7837"},
-        {"CH1903", ""},
-        {"#local-CRS-1", ""},
-    };
-    for (auto const& [name, proj] : cases)
-        EXPECT_EQ(CrsName::toProj(name).value_or(""), proj) << name;
+    for (auto const& line : testsupport::tableRows(testsupport::dataFile("cli/crs_names.txt"))) {
+        auto const field = testsupport::split(line, " | ");
+        EXPECT_EQ(CrsName::toProj(field.at(0)).value_or("-"), field.at(1)) << line;
+    }
+    EXPECT_FALSE(CrsName::toProj("#local-CRS-1"));
 }

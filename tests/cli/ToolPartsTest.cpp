@@ -1,13 +1,23 @@
 #include "AtomicFile.h"
 #include "CommandLine.h"
+#include "CoordinateDecimals.h"
 #include "CountingStreamBuf.h"
+#include "Files.h"
+#include "Golden.h"
 #include "Json.h"
+#include "MeshNameRepair.h"
 #include "ProgressBar.h"
 #include "ReaderDiagnostics.h"
 #include "ScratchDir.h"
+#include "TestData.h"
 #include "UsageError.h"
 #include "XmlSafe.h"
 #include "gltf/EarClipping.h"
+
+#include <kolt/AttributeMapBuilder.h>
+#include <kolt/StringUtils.h>
+#include <koltx/KOLTUtils.h>
+#include <koltx/MeshBuilder.h>
 
 #include <gtest/gtest.h>
 
@@ -16,6 +26,7 @@
 #include <limits>
 #include <numeric>
 #include <sstream>
+#include <tuple>
 
 namespace fs = std::filesystem;
 
@@ -56,16 +67,87 @@ TEST(CommandLine, ParsesCommandsAndOptionsAnywhere) {
     EXPECT_EQ(CommandLine::parse({"--version"}).command, "version");
     EXPECT_EQ(CommandLine::parse({"selfcheck"}).command, "selfcheck");
 
-    for (auto const& bad : std::vector<std::vector<std::string>>{{},
-                                                                 {"info"},
-                                                                 {"convert", "a"},
-                                                                 {"x"},
-                                                                 {"info", "--no", "a"},
-                                                                 {"--extensions"},
-                                                                 {"--extensions="},
-                                                                 {"selfcheck", "a"}}) {
-        EXPECT_THROW(CommandLine::parse(bad), UsageError);
+    for (auto const& bad :
+         std::vector<std::vector<std::string>>{{},
+                                               {"info"},
+                                               {"convert", "a"},
+                                               {"x"},
+                                               {"info", "--no", "a"},
+                                               {"--extensions"},
+                                               {"--extensions="},
+                                               {"selfcheck", "a"},
+                                               {"convert", "a", "b", "--lod"},
+                                               {"convert", "a", "b", "--lod=-1"},
+                                               {"convert", "a", "b", "--lod=two"},
+                                               {"convert", "a", "b", "--vertex-precision=0"},
+                                               {"convert", "a", "b", "--vertex-precision=2"},
+                                               {"convert", "a", "b", "--vertex-precision=nan"},
+                                               {"convert", "a", "b", "--base-name="},
+                                               {"convert", "a", "b", "--merge-vertices=yes"}}) {
+        EXPECT_THROW(CommandLine::parse(bad), UsageError) << bad.back();
     }
+}
+
+TEST(CommandLine, MapsEncodeOptionsOntoTheEncodersKeys) {
+    CommandLine const line = CommandLine::parse(
+        {"convert", "a.obj", "b.gml", "--lod", "2", "--base-name=city", "--srs-name", "EPSG:25832",
+         "--vertex-precision=0.0001", "--no-merge-vertices", "--error-fallback"});
+    EXPECT_EQ(0.0001, line.encode.vertexPrecision.value_or(0));
+    EXPECT_TRUE(line.encode.errorFallback.value_or(false));
+    koltx::KOLTUtils::AttributeMapBuilderPtr builder(kolt::AttributeMapBuilder::create());
+    line.encode.apply(*builder);
+    koltx::KOLTUtils::AttributeMapPtr const map(builder->createAttributeMap());
+    EXPECT_EQ(6u, map->getKeyCount());
+    EXPECT_EQ(2, map->getInt(L"LOD"));
+    EXPECT_STREQ(L"city", map->getString(L"baseName"));
+    EXPECT_STREQ(L"EPSG:25832", map->getString(L"srsName"));
+    EXPECT_FALSE(map->getBool(L"mergeVertices"));
+    EXPECT_TRUE(CommandLine::parse({"convert", "a.gml", "b.gml"}).encode.empty());
+}
+
+TEST(CoordinateDecimals, CountsTheDecimalsACoordinateNeeds) {
+    for (auto const& [value, limit, decimals] :
+         std::vector<std::tuple<double, int, int>>{{458877.0, 10, 0},
+                                                   {458877.12, 10, 2},
+                                                   {-5438350.125, 10, 3},
+                                                   {35.541234567, 10, 9},
+                                                   {33.55746194904373, 10, 10},
+                                                   {33.55746194904373, 6, 6},
+                                                   {std::nan(""), 10, 0},
+                                                   {0.1, 10, 1}})
+        EXPECT_EQ(decimals, CoordinateDecimals::needed(value, limit)) << value;
+    koltx::MeshBuilder builder;
+    double const a[3] = {1.5, 2.25, 3.125};
+    double const b[3] = {10, 20, 30.0001};
+    std::uint32_t const face = builder.addFace();
+    for (double const* v : {a, b, a})
+        builder.addFaceVertexIndex(face, builder.addVertexCoords(v));
+    EXPECT_EQ(4, CoordinateDecimals::needed({builder.createSharedAndReset(nullptr)}));
+}
+
+// Paths that would meet in the encoder's tree get ids of their own; the conversion of the same
+// names by the tool process shows that every face then stays.
+TEST(MeshNameRepair, KeepsEveryFaceOfPathsThatWouldMeet) {
+    std::vector<std::wstring> given;
+    std::istringstream lines(testsupport::readFile(testsupport::dataFile("cli/mesh_names.txt")));
+    for (std::string line; std::getline(lines, line);)
+        given.push_back(kolt::StringUtils::toUTF16(line));
+    std::vector<std::wstring> names = given;
+    EXPECT_EQ(7u, MeshNameRepair::repair(names));
+    std::string text;
+    for (std::size_t i = 0; i < names.size(); ++i)
+        text += kolt::StringUtils::toUTF8(given[i]) + "\n  " + kolt::StringUtils::toUTF8(names[i]) +
+                "\n";
+    EXPECT_TRUE(testsupport::matchesGolden("cli/mesh_name_repair.txt", text));
+    EXPECT_EQ(0u, MeshNameRepair::repair(names));
+
+    // A geometry that two features share by reference gets a second id for its second copy.
+    std::vector<std::wstring> shared = {
+        L"bldg:Building[a]\\bldg:lod2MultiSurface[]\\gml:MultiSurface[s]\\",
+        L"bldg:Building[b]\\bldg:lod2MultiSurface[]\\gml:MultiSurface[s]\\"};
+    EXPECT_EQ(1u, MeshNameRepair::repair(shared));
+    EXPECT_EQ(L"bldg:Building[b]\\bldg:lod2MultiSurface[]\\gml:MultiSurface[s_gmlcodec_1]\\",
+              shared[1]);
 }
 
 TEST(CountingStreamBuf, CountsEveryByteAndReportsPerChunk) {

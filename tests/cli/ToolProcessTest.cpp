@@ -20,6 +20,7 @@
 namespace fs = std::filesystem;
 using testsupport::filesIn;
 using testsupport::readFile;
+using testsupport::split;
 
 namespace {
 
@@ -41,14 +42,6 @@ struct ToolRun {
     std::string out;
     std::string err;
 };
-
-std::vector<std::string> words(std::string const& text) {
-    std::istringstream in(text);
-    std::vector<std::string> out;
-    for (std::string word; in >> word;)
-        out.push_back(word);
-    return out;
-}
 
 long residentKilobytes(pid_t pid) {
     long pages = 0;
@@ -123,7 +116,7 @@ snapshot(fs::path const& folder) {
 
 // Parses a written file back: CityGML with xmllint, OBJ line by line.
 void expectWellFormed(fs::path const& file) {
-    std::string const ext = file.extension().string();
+    std::string const ext = fs::is_regular_file(file) ? file.extension().string() : "";
     if (ext == ".gml" || ext == ".xml" || ext == ".citygml") {
         std::string const lint = "xmllint --noout --nonet '" + file.string() + "' 2>/dev/null";
         EXPECT_EQ(std::system(lint.c_str()), 0) << file << " is not well-formed";
@@ -150,7 +143,7 @@ protected:
     }
 
     ToolRun run(std::string const& arguments) const {
-        return runTool(words(arguments), dir / "logs");
+        return runTool(split(arguments), dir / "logs");
     }
 
     testsupport::ScratchDir scratch{"gmlcodec_tool"};
@@ -172,28 +165,25 @@ TEST_F(ToolProcess, HostileInputs) {
         "' '" + testsupport::sourceDir().string() + "' '" + corpus.string() + "'";
     ASSERT_EQ(std::system(make.c_str()), 0);
     auto const before = snapshot(corpus);
-    std::ifstream table(testsupport::sourceDir() / "tests/data/cli/hostile_cases.txt");
     int cases = 0;
-    for (std::string line; std::getline(table, line);) {
-        if (line.empty() || line[0] == '#')
-            continue;
-        std::vector<std::string> field;
-        for (std::size_t start = 0, end = 0; end != std::string::npos; start = end + 3) {
-            end = line.find(" | ", start);
-            std::string const f = line.substr(start, end - start);
-            field.push_back(f.substr(0, f.find_last_not_of(' ') + 1));
-        }
+    for (auto const& line :
+         testsupport::tableRows(testsupport::dataFile("cli/hostile_cases.txt"))) {
+        std::vector<std::string> const field = split(line, " | ");
         ASSERT_EQ(field.size(), 8u) << line;
         SCOPED_TRACE(field[0]);
         ++cases;
         fs::path const out = dir / ("case" + std::to_string(cases));
         fs::create_directories(out);
         if (field[1] != "-")
-            fs::copy(corpus / field[1], out);
+            fs::copy(corpus / field[1], out, fs::copy_options::recursive);
         auto const preset = snapshot(out);
-        auto arguments = words(field[2]);
+        if (field[2].find("{testdata}") != std::string::npos && !testsupport::haveTestData())
+            continue;
+        auto arguments = split(field[2]);
         for (auto& argument : arguments)
-            argument = replaced(replaced(argument, "{in}", corpus.string()), "{out}", out.string());
+            argument = replaced(
+                replaced(replaced(argument, "{in}", corpus.string()), "{out}", out.string()),
+                "{testdata}", testsupport::testDataDir().string());
         int const signal = field[3] == "SIGINT" ? SIGINT : field[3] == "SIGTERM" ? SIGTERM : 0;
         ToolRun const r = runTool(arguments, dir / "logs", signal, out);
 
@@ -204,7 +194,7 @@ TEST_F(ToolProcess, HostileInputs) {
         EXPECT_TRUE(field[4] == "-" || std::regex_search(r.err, std::regex(field[4]))) << r.err;
         EXPECT_TRUE(field[5] == "-" || std::regex_search(r.out, std::regex(field[5]))) << r.out;
         std::vector<std::string> expected =
-            field[6] == "-" ? std::vector<std::string>() : words(field[6]);
+            field[6] == "-" ? std::vector<std::string>() : split(field[6]);
         for (auto const& [path, stamp] : preset) {
             expected.push_back(fs::path(path).filename().string());
             EXPECT_EQ(snapshot(out).at(path), stamp) << path << " was touched";
@@ -213,26 +203,24 @@ TEST_F(ToolProcess, HostileInputs) {
         EXPECT_EQ(filesIn(out), expected);
         for (auto const& name : filesIn(out))
             expectWellFormed(out / name);
-        if (field[7] != "-") {
-            auto const tilde = field[7].find('~');
-            std::string const text = readFile(out / field[7].substr(0, tilde));
-            EXPECT_TRUE(std::regex_search(text, std::regex(field[7].substr(tilde + 1)))) << text;
+        // FILE~regex must match, FILE!~regex must not, FILE#N~regex must match N times.
+        for (auto const& check :
+             field[7] == "-" ? std::vector<std::string>() : split(field[7], " && ")) {
+            std::smatch part;
+            ASSERT_TRUE(std::regex_match(check, part, std::regex(R"(([^~!#]+)(!|#\d+)?~(.*))")));
+            std::string const text = readFile(out / part[1].str());
+            std::regex const pattern(part[3].str());
+            auto const found = static_cast<std::size_t>(std::distance(
+                std::sregex_iterator(text.begin(), text.end(), pattern), std::sregex_iterator()));
+            EXPECT_TRUE(part[2] == "!"  ? found == 0
+                        : part[2] == "" ? found > 0
+                                        : found == std::stoul(part[2].str().substr(1)))
+                << check << " in\n"
+                << text.substr(0, 2000);
         }
         EXPECT_EQ(snapshot(corpus), before) << "a file outside the output folder was touched";
     }
     EXPECT_GT(cases, 25);
-}
-
-TEST_F(ToolProcess, SelfcheckListsTheCodecFactories) {
-    ToolRun const r = run("selfcheck");
-    EXPECT_EQ(r.code, 0) << r.err;
-    EXPECT_NE(r.out.find("decoder  com.morvane.kolt.codecs.CityGMLDecoder  \"CityGML Decoder\"  "
-                         ".gml;\n"),
-              std::string::npos)
-        << r.out;
-    EXPECT_EQ(r.out.substr(r.out.size() - 3), "ok\n");
-    // The built-in image encoders are the host's, not the codec's.
-    EXPECT_EQ(r.out.find("PNGEncoder"), std::string::npos);
 }
 
 TEST_F(ToolProcess, InfoOfTheExample) {
@@ -240,10 +228,6 @@ TEST_F(ToolProcess, InfoOfTheExample) {
     EXPECT_EQ(r.code, 0) << r.err;
     EXPECT_EQ(r.err, "");
     EXPECT_EQ(r.out, readFile(golden("info_small_house.json")));
-    // Without --names only the first and the last mesh name.
-    EXPECT_NE(run("info --json " + example())
-                  .out.find(R"(MultiSurface[]\\", "bldg:Building[house]\\bldg:consistsOf)"),
-              std::string::npos);
     ToolRun const text = run("info " + example());
     EXPECT_EQ(text.code, 0);
     EXPECT_EQ(text.out,
@@ -265,39 +249,6 @@ TEST_F(ToolProcess, ConvertTheExampleToObj) {
         EXPECT_EQ(readFile(dir / "out" / name), readFile(golden(name))) << name;
     EXPECT_EQ(readFile(dir / "out" / "facade.png"),
               readFile(testsupport::sourceDir() / "examples" / "facade.png"));
-}
-
-TEST_F(ToolProcess, TexturesWithOneFileNameGetUniqueCopies) {
-    fs::path const png = testsupport::sourceDir() / "examples" / "facade.png";
-    for (char const* sub : {"x", "y"}) {
-        fs::create_directories(dir / "in" / sub);
-        fs::copy_file(png, dir / "in" / sub / "wall.png");
-    }
-    fs::copy_file(testsupport::dataFile("cli/two_textures.gml"), dir / "in" / "two.gml");
-    ToolRun const r = run("convert " + (dir / "in" / "two.gml").string() + " " +
-                          (dir / "out" / "two.obj").string());
-    EXPECT_EQ(r.code, 0) << r.err;
-    EXPECT_EQ(filesIn(dir / "out"),
-              (std::vector<std::string>{"two.attributes.json", "two.mtl", "two.obj", "wall.png",
-                                        "wall_1.png"}));
-    std::string const mtl = readFile(dir / "out" / "two.mtl");
-    EXPECT_NE(mtl.find("map_Kd wall.png\n"), std::string::npos) << mtl;
-    EXPECT_NE(mtl.find("map_Kd wall_1.png\n"), std::string::npos) << mtl;
-    std::string const obj = readFile(dir / "out" / "two.obj");
-    EXPECT_NE(obj.find("usemtl material_0\nf 1/1 2/2 3/3\nusemtl material_1\nf 4/4 5/5 6/6\n"),
-              std::string::npos)
-        << obj;
-}
-
-TEST_F(ToolProcess, TexturedCorpusFileCountsItsTextures) {
-    REQUIRE_TESTDATA();
-    fs::path const file = testsupport::testDataDir() / "citygml2_textures" / "ogc_appearance" /
-                          "Appearance-EPSG25832.gml";
-    ToolRun const r = run("info --json " + file.string());
-    EXPECT_EQ(r.code, 0) << r.err;
-    EXPECT_EQ(r.out.rfind("{\"meshes\": ", 0), 0u);
-    // Textures beside the document resolve, so none is missing from the count.
-    EXPECT_EQ(r.out.find("\"textures\": 0,"), std::string::npos) << r.out.substr(0, 200);
 }
 
 } // namespace

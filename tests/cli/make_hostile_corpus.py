@@ -119,3 +119,31 @@ document('large.gml', building(squares))
 text('broken.gml', '<core:CityModel><unclosed>')
 os.mkfifo(os.path.join(out, 'tex', 'in', 'pipe.mtl'))
 text('tex/in/pipe.obj', 'mtllib pipe.mtl\nv 0 0 0\nv 1 0 0\nv 1 1 0\nf 1 2 3\n')
+
+# OBJ inputs of the conversion to CityGML: objects named by paths, materials and a texture, one
+# object per name that the tool must keep apart, and faces that name vertices never given.
+os.makedirs(os.path.join(out, 'obj'))
+png(os.path.join(out, 'obj', 'brick.png'), 90)
+text('obj/house.mtl', 'newmtl red\nKd 1 0 0\nNs 64\nd 0.5\nnewmtl brick\nKd 1 1 1\nmap_Kd brick.png\n')
+text('obj/house.obj', 'mtllib house.mtl\nv 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\nv 0 0 1\n'
+     'vt 0 0\nvt 1 0\nvt 1 1\nvt 0 1\n'
+     'o bldg:Building[b1]\\bldg:lod2MultiSurface[]\\gml:MultiSurface[walls]\\\n'
+     'usemtl brick\nf 1/1 2/2 3/3 4/4\nusemtl red\nf 1 2 5\ng loose\nf 2 3 5\n')
+text('obj/two.obj', 'v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\no first\nf 1 2 3 4\nf 1 2 3\n'
+     'g second\nf 4 3 2\nl 1 2\n')
+text('obj/bad.obj', 'v 0 0 0\nf 1 2 3\n')
+with open(os.path.join(src, 'tests', 'data', 'cli', 'mesh_names.txt')) as names:
+    text('obj/names.obj', 'v 0 0 0\nv 1 0 0\nv 1 0 1\nv 0 0 1\n' +
+         ''.join(f'o {name}f 1 2 3 4\n' for name in names))
+os.makedirs(os.path.join(out, 'texin'))
+png(os.path.join(out, 'texin', 't.png'), 60)
+text('texin/t.mtl', 'newmtl t\nmap_Kd t.png\n')
+text('texin/tex.obj', 'mtllib t.mtl\nv 0 0 0\nv 1 0 0\nv 1 1 0\nvt 0 0\nvt 1 0\nvt 1 1\n'
+     'usemtl t\nf 1/1 2/2 3/3\n')
+os.makedirs(os.path.join(out, 'blocked', 'blocked.gml'))
+
+# Two textures of one file name in two folders.
+for sub in ('x', 'y'):
+    os.makedirs(os.path.join(out, 'two', sub))
+    shutil.copy(os.path.join(src, 'examples', 'facade.png'), os.path.join(out, 'two', sub, 'wall.png'))
+shutil.copy(os.path.join(src, 'tests', 'data', 'cli', 'two_textures.gml'), os.path.join(out, 'two', 'two.gml'))

@@ -109,7 +109,7 @@ TEST(AppearanceExport, MaterialsWithoutUsableTextures) {
 
     // The host's default material and a missing one have no appearance.
     Exporter plain;
-    EXPECT_EQ(nullptr, plain.member(enctest::defaultMaterial()));
+    EXPECT_EQ(nullptr, plain.member(koltx::MaterialBuilder().createSharedAndReset(nullptr)));
     EXPECT_EQ(nullptr, plain.member(nullptr));
     EXPECT_TRUE(plain.document.appearanceMembers.empty());
     EXPECT_TRUE(plain.document.usedPrefixes.empty());

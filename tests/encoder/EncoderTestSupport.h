@@ -25,7 +25,6 @@
 #include <koltx/Texture.h>
 #include <koltx/URI.h>
 
-#include <array>
 #include <functional>
 #include <memory>
 #include <stdexcept>
@@ -115,11 +114,6 @@ makeMaterial(std::wstring const& name, std::vector<double> const& diffuse,
     builder.name(name).diffuseColor(diffuse);
     if (!textures.empty())
         builder.diffuseMap(textures, std::vector<std::wstring>(textures.size()));
-    return builder.createSharedAndReset(nullptr);
-}
-
-inline std::shared_ptr<koltx::Material> defaultMaterial() {
-    koltx::MaterialBuilder builder;
     return builder.createSharedAndReset(nullptr);
 }
 

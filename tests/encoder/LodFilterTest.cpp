@@ -1,26 +1,22 @@
 #include <encoder/LodFilter.h>
 
+#include <Files.h>
+#include <TestData.h>
 #include <gtest/gtest.h>
+#include <kolt/StringUtils.h>
 
 #include <stdexcept>
 #include <string>
 
 TEST(LodFilter, ComparesTheNumberBehindLodWithTheLimit) {
-    EXPECT_TRUE(lodWithinLimit(L"bldg:Building", 0));
-    EXPECT_TRUE(lodWithinLimit(L"gml:Solid", 0));
+    for (auto const& line :
+         testsupport::tableRows(testsupport::dataFile("encoder/lod_filter.txt"))) {
+        auto const field = testsupport::split(line);
+        EXPECT_EQ(lodWithinLimit(kolt::StringUtils::toUTF16(field.at(0)), std::stoi(field.at(1))),
+                  field.at(2) == "yes")
+            << line;
+    }
     EXPECT_TRUE(lodWithinLimit(L"", 0));
-    EXPECT_TRUE(lodWithinLimit(L"bldg:lod2Solid", 2));
-    EXPECT_FALSE(lodWithinLimit(L"bldg:lod2Solid", 1));
-    EXPECT_FALSE(lodWithinLimit(L"bldg:lod3MultiSurface", 2));
-    EXPECT_TRUE(lodWithinLimit(L"gen:lod4Geometry", 4));
-    EXPECT_TRUE(lodWithinLimit(L"core:lod0MultiSurface", 0));
-    // Several digits are one number.
-    EXPECT_FALSE(lodWithinLimit(L"bldg:lod10Solid", 4));
-    EXPECT_TRUE(lodWithinLimit(L"bldg:lod10Solid", 10));
-    // Case matters: ":LOD" is no level of detail.
-    EXPECT_TRUE(lodWithinLimit(L"bldg:LOD9Solid", 0));
-    // Only the first ":lod" counts.
-    EXPECT_TRUE(lodWithinLimit(L"a:lod1b:lod9", 1));
 }
 
 TEST(LodFilter, RefusesLodWithoutANumber) {

@@ -6,7 +6,10 @@
 #include "gml/TransportationTypeNode.h"
 #include "gml/XmlWriter.h"
 
+#include <Files.h>
+#include <TestData.h>
 #include <gtest/gtest.h>
+#include <kolt/StringUtils.h>
 
 #include <sstream>
 
@@ -34,107 +37,47 @@ std::vector<std::wstring> sortedTags(CityElementNode& node, int version) {
     return tags;
 }
 
+std::vector<std::wstring> wide(std::vector<std::string> const& words) {
+    std::vector<std::wstring> out;
+    for (auto const& word : words)
+        out.push_back(kolt::StringUtils::toUTF16(word));
+    return out;
+}
+
 TEST(ChildOrderingTest, LodOfTagMatchesWholeTagsOnly) {
-    EXPECT_EQ(gml::lodOfTag(L"bldg:lod2Solid"), 2);
-    EXPECT_EQ(gml::lodOfTag(L"bldg:lod3MultiSurface"), 3);
-    EXPECT_EQ(gml::lodOfTag(L"gen:lod1Geometry"), 1);
-    EXPECT_EQ(gml::lodOfTag(L"dem:lod0multicurve"), 0);
-    EXPECT_EQ(gml::lodOfTag(L"veg:lod5Point"), 5);
-    EXPECT_EQ(gml::lodOfTag(L"bldg:lod2TerrainIntersection"), 255);
-    EXPECT_EQ(gml::lodOfTag(L"bldg:lod0FootPrint"), 255);
-    EXPECT_EQ(gml::lodOfTag(L"bldg:boundedBy"), 255);
-    EXPECT_EQ(gml::lodOfTag(L"bldg:lod6Solid"), 255);
-    EXPECT_EQ(gml::lodOfTag(L"bldg:lod2multiSurface"), 255);
-    EXPECT_EQ(gml::lodOfTag(L"bldg:lod2SolidX"), 255);
-    EXPECT_EQ(gml::lodOfTag(L"lod2Solid"), 255);
+    for (auto const& line : testsupport::tableRows(testsupport::dataFile("gml/lod_of_tag.txt"))) {
+        auto const words = testsupport::split(line);
+        EXPECT_EQ(gml::lodOfTag(kolt::StringUtils::toUTF16(words.at(0))), std::stoi(words.at(1)))
+            << line;
+    }
     EXPECT_EQ(gml::lodOfTag(L""), 255);
 }
 
-TEST(ChildOrderingTest, BuildingTableAndGeneralRules) {
-    const std::vector<std::wstring> tags = {L"bldg:boundedBy", L"bldg:lod2Solid", L"bldg:address",
-                                            L"foo:bar"};
-    auto building = makeFeature<gml::BuildingTypeNode>(L"bldg:Building");
-    addChildren(*building, tags);
-    EXPECT_EQ(sortedTags(*building, 2),
-              (std::vector<std::wstring>{L"bldg:lod2Solid", L"bldg:boundedBy", L"bldg:address",
-                                         L"foo:bar"}));
-
-    auto modern = makeFeature<gml::BuildingTypeNode>(L"bldg:Building");
-    addChildren(*modern, tags);
-    EXPECT_EQ(sortedTags(*modern, 3),
-              (std::vector<std::wstring>{L"bldg:lod2Solid", L"bldg:boundedBy", L"bldg:address",
-                                         L"foo:bar"}));
-    // The version 3 rule keeps the 255-valued tags in insertion order.
-    auto modern2 = makeFeature<gml::BuildingTypeNode>(L"bldg:Building");
-    addChildren(*modern2, {L"bldg:address", L"foo:bar", L"bldg:boundedBy", L"bldg:lod2Solid"});
-    EXPECT_EQ(sortedTags(*modern2, 3),
-              (std::vector<std::wstring>{L"bldg:lod2Solid", L"bldg:address", L"foo:bar",
-                                         L"bldg:boundedBy"}));
-
-    // The table puts boundedBy before lod3, the general rule after it.
-    auto tabled = makeFeature<gml::BuildingTypeNode>(L"bldg:Building");
-    addChildren(*tabled, {L"bldg:lod3Solid", L"bldg:boundedBy"});
-    EXPECT_EQ(sortedTags(*tabled, 2),
-              (std::vector<std::wstring>{L"bldg:boundedBy", L"bldg:lod3Solid"}));
-    CityElementNode plain(L"p", false, L"bldg:BuildingPart");
-    addChildren(plain, {L"bldg:boundedBy", L"bldg:lod3Solid"});
-    EXPECT_EQ(sortedTags(plain, 2),
-              (std::vector<std::wstring>{L"bldg:lod3Solid", L"bldg:boundedBy"}));
-
-    // Below version 2 nothing moves.
-    auto old = makeFeature<gml::BuildingTypeNode>(L"bldg:Building");
-    addChildren(*old, tags);
-    EXPECT_EQ(sortedTags(*old, 1), tags);
-}
-
-TEST(ChildOrderingTest, GeneralRulesOfBothVersions) {
-    CityElementNode v2(L"", false, L"x:y");
-    addChildren(v2, {L"a:boundedBy", L"a:lod3Solid", L"a:other", L"a:lod1Solid", L"Unknown"});
-    EXPECT_EQ(sortedTags(v2, 2),
-              (std::vector<std::wstring>{L"a:lod1Solid", L"a:lod3Solid", L"a:other", L"Unknown",
-                                         L"a:boundedBy"}));
-    CityElementNode v3(L"", false, L"x:y");
-    addChildren(v3, {L"bldg:lod1Solid", L"x:other", L"trans:section", L"core:boundary",
-                     L"trans:sectionX", L"core:boundaryX"});
-    EXPECT_EQ(sortedTags(v3, 3),
-              (std::vector<std::wstring>{L"core:boundary", L"bldg:lod1Solid", L"trans:section",
-                                         L"x:other", L"trans:sectionX", L"core:boundaryX"}));
-    CityElementNode newer(L"", false, L"x:y");
-    addChildren(newer, {L"a:lod4Solid", L"core:boundary"});
-    EXPECT_EQ(sortedTags(newer, 4), (std::vector<std::wstring>{L"core:boundary", L"a:lod4Solid"}));
-}
-
-TEST(ChildOrderingTest, BridgeTransportationAndReliefTables) {
-    auto bridge = makeFeature<gml::BridgeTypeNode>(L"brid:Bridge");
-    addChildren(*bridge, {L"brid:address", L"x:y", L"brid:boundedBy", L"brid:isMovable",
-                          L"brid:lod2Solid", L"brid:class"});
-    EXPECT_EQ(sortedTags(*bridge, 2),
-              (std::vector<std::wstring>{L"brid:class", L"brid:isMovable", L"brid:lod2Solid",
-                                         L"brid:boundedBy", L"brid:address", L"x:y"}));
-    auto road = makeFeature<gml::TransportationTypeNode>(L"trans:Road");
-    addChildren(*road, {L"trans:lod2MultiSurface", L"trans:trafficArea", L"trans:lod1MultiSurface",
-                        L"trans:function"});
-    EXPECT_EQ(sortedTags(*road, 2),
-              (std::vector<std::wstring>{L"trans:function", L"trans:trafficArea",
-                                         L"trans:lod1MultiSurface", L"trans:lod2MultiSurface"}));
-    // In version 3 the transportation table gives way to the general rule.
-    auto road3 = makeFeature<gml::TransportationTypeNode>(L"trans:Road");
-    addChildren(*road3, {L"trans:trafficArea", L"trans:section", L"trans:lod2MultiSurface"});
-    EXPECT_EQ(sortedTags(*road3, 3),
-              (std::vector<std::wstring>{L"trans:lod2MultiSurface", L"trans:section",
-                                         L"trans:trafficArea"}));
-    // The relief table holds in every version.
-    for (int version : {1, 2, 3}) {
-        auto relief = makeFeature<gml::ReliefComponentType>(L"dem:ReliefFeature");
-        addChildren(*relief, {L"x:a", L"dem:reliefComponent", L"dem:lod"});
-        EXPECT_EQ(sortedTags(*relief, version),
-                  (std::vector<std::wstring>{L"dem:lod", L"dem:reliefComponent", L"x:a"}));
+TEST(ChildOrderingTest, TablesOfTheFeatureKindsAndGeneralRules) {
+    for (auto const& line :
+         testsupport::tableRows(testsupport::dataFile("gml/child_ordering.txt"))) {
+        SCOPED_TRACE(line);
+        auto const field = testsupport::split(line, " | ");
+        auto const kind = wide(testsupport::split(field.at(0)));
+        std::shared_ptr<CityElementNode> node;
+        if (kind.at(0) == L"building")
+            node = makeFeature<gml::BuildingTypeNode>(kind.at(1));
+        else if (kind.at(0) == L"bridge")
+            node = makeFeature<gml::BridgeTypeNode>(kind.at(1));
+        else if (kind.at(0) == L"road")
+            node = makeFeature<gml::TransportationTypeNode>(kind.at(1));
+        else if (kind.at(0) == L"relief")
+            node = makeFeature<gml::ReliefComponentType>(kind.at(1));
+        else
+            node = std::make_shared<CityElementNode>(L"", false, kind.at(1));
+        addChildren(*node, wide(testsupport::split(field.at(2))));
+        EXPECT_EQ(sortedTags(*node, std::stoi(field.at(1))), wide(testsupport::split(field.at(3))));
     }
 }
 
 TEST(ChildOrderingTest, SortIsStableUpToThirtyTwoChildren) {
-    // Children that compare equal keep their insertion order: 31 boundedBy children mixed with
-    // one that sorts first, and a run of 32 with identical tags.
+    // Children that compare equal keep their insertion order: runs of boundedBy children with
+    // one that sorts first, short and at the limit.
     for (std::size_t count : {17u, 31u, 32u}) {
         auto building = makeFeature<gml::BuildingTypeNode>(L"bldg:Building");
         std::vector<std::wstring> tags(count, L"bldg:boundedBy");
@@ -150,33 +93,6 @@ TEST(ChildOrderingTest, SortIsStableUpToThirtyTwoChildren) {
             order.push_back(std::stoi(building->children[i]->id));
         EXPECT_TRUE(std::is_sorted(order.begin(), order.end())) << count;
     }
-    CityElementNode mixed(L"", false, L"x:y");
-    std::vector<std::wstring> tags;
-    for (int i = 0; i < 32; ++i)
-        tags.push_back(i % 3 == 0 ? L"a:lod2Solid" : (i % 3 == 1 ? L"a:boundedBy" : L"a:z"));
-    addChildren(mixed, tags);
-    std::ostringstream out;
-    gml::XmlWriter writer(out, 2, 3);
-    mixed.sortChildren(writer);
-    for (std::size_t i = 1; i < mixed.children.size(); ++i) {
-        auto const& previous = mixed.children[i - 1];
-        auto const& current = mixed.children[i];
-        ASSERT_FALSE(gml::lodThenBoundedByLast(current->tag, previous->tag));
-        if (previous->tag == current->tag) {
-            EXPECT_LT(std::stoi(previous->id), std::stoi(current->id));
-        }
-    }
-}
-
-TEST(ChildOrderingTest, LongListsAreSortedToo) {
-    CityElementNode parent(L"", false, L"x:y");
-    std::vector<std::wstring> tags;
-    for (int i = 0; i < 100; ++i)
-        tags.push_back(L"a:lod" + std::to_wstring(5 - i % 6) + L"Solid");
-    addChildren(parent, tags);
-    auto const sorted = sortedTags(parent, 2);
-    for (std::size_t i = 1; i < sorted.size(); ++i)
-        EXPECT_LE(gml::lodOfTag(sorted[i - 1]), gml::lodOfTag(sorted[i]));
 }
 
 } // namespace

@@ -39,8 +39,6 @@ TEST(AttributeMap, EveryTypeRoundTripsWithItsTypeCode) {
     EXPECT_EQ(map->getType(L"x", &status), kolt::PT_BLIND_DATA);
     EXPECT_EQ(status, kolt::STATUS_OK);
     EXPECT_EQ(map->getBlindData(L"x"), &blind);
-    EXPECT_EQ(int(kolt::PT_STRING), 1);
-    EXPECT_EQ(int(kolt::PT_BLIND_DATA), 9);
 }
 
 TEST(AttributeMap, StatusesOfFailedReadsAndWrites) {
@@ -97,14 +95,4 @@ TEST(AttributeMap, BuilderReplacesCopiesAndResets) {
     copy->remove(L"c");
     KOLTUtils::AttributeMapPtr fourth(copy->createAttributeMap());
     EXPECT_TRUE(fourth->equals(*second));
-}
-
-TEST(AttributeMap, SharedOwnershipDestroysOnce) {
-    std::shared_ptr<kolt::AttributeMapBuilder> builder =
-        KOLTUtils::share(kolt::AttributeMapBuilder::create());
-    builder->setInt(L"k", 1);
-    auto other = builder;
-    builder.reset();
-    KOLTUtils::AttributeMapPtr map(other->createAttributeMap());
-    EXPECT_EQ(map->getInt(L"k"), 1);
 }

@@ -1,14 +1,13 @@
 #include "koltx/ExtensionManager.h"
-#include "kolt/AttributeMapBuilder.h"
 #include "kolt/EncoderInfo.h"
 #include "koltx/FileExtensions.h"
+#include "koltx/GenerateContext.h"
 #include "koltx/Geometry.h"
 #include "koltx/KOLTUtils.h"
-#include "koltx/MemoryOutputCallbacks.h"
 #include "koltx/StatusException.h"
-#include "koltx/Texture.h"
 
 #include <ScratchDir.h>
+#include <TestData.h>
 #include <gtest/gtest.h>
 
 #include <dlfcn.h>
@@ -17,7 +16,6 @@
 #include <atomic>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <thread>
 
@@ -26,8 +24,8 @@ using koltx::ExtensionManager;
 
 namespace {
 
-std::wstring const POINTS_DECODER = L"com.example.kolt.test.PointsDecoder";
-std::wstring const SUMMARY_ENCODER = L"com.example.kolt.test.SummaryEncoder";
+std::wstring const DECODER = L"com.morvane.kolt.codecs.CityGMLDecoder";
+std::wstring const ENCODER = L"com.morvane.kolt.codecs.CityGMLEncoder";
 
 // Expects loading to fail with a message that names the file and says why.
 void expectLoadFailure(ExtensionManager& manager, std::string const& path,
@@ -56,69 +54,53 @@ public:
 
 } // namespace
 
-TEST(ExtensionManager, LoadsLibraryAndCreatesExtensionsByIdAndExtension) {
+TEST(ExtensionManager, LoadsTheCodecAndCreatesExtensionsByIdAndExtension) {
     ExtensionManager manager;
-    manager.loadExtensionLibrary(TEST_EXTENSION_GOOD);
+    manager.loadExtensionLibrary(KOLT_CODEC_LIBRARY);
     ASSERT_EQ(manager.getFactories().size(), 2u);
     // A second load of the same file changes nothing.
-    manager.loadExtensionLibrary(TEST_EXTENSION_GOOD);
+    manager.loadExtensionLibrary(KOLT_CODEC_LIBRARY);
     EXPECT_EQ(manager.getFactories().size(), 2u);
 
-    auto* factory = manager.getDecoderFactory(POINTS_DECODER);
+    auto* factory = manager.getDecoderFactory(DECODER);
     ASSERT_NE(factory, nullptr);
-    EXPECT_EQ(factory->getName(), L"Points Decoder");
     EXPECT_EQ(factory->getExtensionType(), koltx::Extension::ET_DECODER);
-    EXPECT_EQ(factory->getMerit(), 0.0f);
-    EXPECT_EQ(manager.getEncoderFactory(POINTS_DECODER), nullptr);
-    EXPECT_EQ(manager.getDecoderFactoriesForURI(L"/data/City.PTS").size(), 1u);
-    EXPECT_TRUE(manager.getDecoderFactoriesForURI(L"/data/city.gml").empty());
+    EXPECT_EQ(manager.getEncoderFactory(DECODER), nullptr);
+    EXPECT_EQ(manager.getDecoderFactoriesForURI(L"/data/City.GML").size(), 1u);
+    EXPECT_TRUE(manager.getDecoderFactoriesForURI(L"/data/city.obj").empty());
 
     // By extension, case-insensitively, from a URI with query and fragment; then a real decode.
-    auto const decoder = manager.createDecoderForURI(L"file:///x/y.POINTS?v=1#f");
+    auto const decoder = manager.createDecoderForURI(L"file:///x/y.GML?v=1#f");
     ASSERT_TRUE(decoder);
-    EXPECT_EQ(decoder->getExtensionType(), koltx::Extension::ET_DECODER);
-    std::istringstream stream("0 0 0\n1 0 0\nnot a point\n0 1 0\n");
+    fs::path const example = testsupport::sourceDir() / "examples" / "small_house.gml";
+    std::ifstream stream(example, std::ios::binary);
     std::vector<std::shared_ptr<koltx::Content>> results;
     std::wstring warnings;
-    decoder->decode(results, stream, nullptr, L"/x/y.points", nullptr, warnings);
-    EXPECT_EQ(warnings, L"line 3 is no point\n");
+    decoder->decode(results, stream, nullptr, example.wstring(), nullptr, warnings);
+    EXPECT_EQ(warnings, L"");
     ASSERT_EQ(results.size(), 1u);
-    auto const geometry = std::dynamic_pointer_cast<koltx::Geometry>(results[0]);
-    ASSERT_TRUE(geometry);
-    EXPECT_EQ(geometry->getFaceCount(), 1u);
-    EXPECT_EQ(geometry->getAttributeMap()->getInt(L"/fields/points"), 3);
-    EXPECT_EQ(geometry->getURI()->wstring(), L"file:///x/y.points");
+    EXPECT_EQ(std::dynamic_pointer_cast<koltx::Geometry>(results[0])->getMeshes().size(), 5u);
 
-    // By ID, and an encoder whose information and output come through the host.
-    EXPECT_TRUE(manager.createDecoder(POINTS_DECODER));
-    koltx::KOLTUtils::ObjectPtr<kolt::EncoderInfo const> info(
-        manager.createEncoderInfo(SUMMARY_ENCODER));
+    // By ID, and an encoder whose information comes through the host.
+    EXPECT_TRUE(manager.createDecoder(DECODER));
+    koltx::KOLTUtils::ObjectPtr<kolt::EncoderInfo const> info(manager.createEncoderInfo(ENCODER));
     ASSERT_TRUE(info);
-    EXPECT_EQ(std::wstring(info->getExtensions()), L".txt;");
-    koltx::KOLTUtils::AttributeMapBuilderPtr options(kolt::AttributeMapBuilder::create());
-    options->setString(L"name", L"out.txt");
-    koltx::KOLTUtils::AttributeMapPtr optionMap(options->createAttributeMap());
-    koltx::MemoryOutputCallbacks output;
-    auto const encoder = manager.createEncoder(SUMMARY_ENCODER, optionMap.get(), &output);
-    ASSERT_TRUE(encoder);
-    EXPECT_EQ(encoder->getID(), SUMMARY_ENCODER);
-    auto const texture = std::make_shared<koltx::Texture>(
-        nullptr, 1, 1, koltx::Texture::FORMAT_GREY8, std::vector<uint8_t>{1});
-    encoder->encode({texture, geometry});
-    EXPECT_EQ(output.getText(L"out.txt"), "2 contents, 1 textures");
+    auto const encoder = manager.createEncoder(ENCODER, info->getDefaultOptions(), nullptr);
+    EXPECT_EQ(encoder->getID(), ENCODER);
     // A host exception thrown inside the library is caught here by its type.
-    auto const withoutOutput = manager.createEncoder(SUMMARY_ENCODER, optionMap.get(), nullptr);
+    koltx::GenerateContext context({}, nullptr, nullptr);
+    encoder->init(context);
     try {
-        withoutOutput->encode({texture});
+        encoder->finish(context);
         ADD_FAILURE() << "encoded without callbacks";
     } catch (koltx::StatusException const& error) {
         EXPECT_EQ(error.getStatus(), kolt::STATUS_CALLBACKS_UNUSABLE);
     }
     // The factory's own create() uses the default options.
-    std::unique_ptr<koltx::Extension> plain(manager.getEncoderFactory(SUMMARY_ENCODER)->create());
+    std::unique_ptr<koltx::Extension> plain(manager.getEncoderFactory(ENCODER)->create());
     auto* defaultEncoder = dynamic_cast<koltx::Encoder*>(plain.get());
     ASSERT_NE(defaultEncoder, nullptr);
-    EXPECT_EQ(std::wstring(defaultEncoder->getOptions()->getString(L"name")), L"summary.txt");
+    EXPECT_STREQ(defaultEncoder->getOptions()->getString(L"baseName"), L"gml_default_name");
 }
 
 TEST(ExtensionManager, TwoThreadsLoadingOneLibraryRegisterItOnce) {
@@ -162,7 +144,6 @@ TEST(ExtensionManager, LoadsEveryExtensionOfAFolder) {
     ExtensionManager manager;
     std::wstring warnings;
     EXPECT_EQ(manager.loadExtensionDirectory(folder.str(), &warnings), 1u);
-    EXPECT_EQ(manager.getFactories().size(), 2u);
     // Only the library that claims to be an extension but fails is reported.
     EXPECT_EQ(std::count(warnings.begin(), warnings.end(), L'\n'), 1);
     EXPECT_NE(warnings.find(L"old.so"), std::wstring::npos);

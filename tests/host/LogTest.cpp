@@ -26,22 +26,12 @@ protected:
 
 } // namespace
 
-TEST_F(LogTest, FormatterWritesOneLineWhenDestroyed) {
-    {
-        koltx::LogFormatter formatter(kolt::LOG_ERROR, std::string("caught: "),
-                                      std::runtime_error("x"));
-        EXPECT_TRUE(sink->getEntries().empty());
-    }
-    EXPECT_EQ(onlyLine(), "caught: x");
-    EXPECT_EQ(sink->getEntries().front().first, kolt::LOG_ERROR);
-    sink->clear();
-
-    { koltx::LogFormatter(kolt::LOG_ERROR, "caught unknown exception", nullptr); }
-    EXPECT_EQ(onlyLine(), "caught unknown exception");
-    sink->clear();
-
+TEST_F(LogTest, FormatterWritesOneLineWhenDestroyedAtOrAboveTheThreshold) {
+    { koltx::LogFormatter(kolt::LOG_DEBUG, "hidden", nullptr); }
+    EXPECT_TRUE(sink->getEntries().empty());
     { koltx::LogFormatter(kolt::LOG_WARNING, "file ", "a.gml"); }
     EXPECT_EQ(onlyLine(), "file a.gml");
+    EXPECT_EQ(sink->getEntries().front().first, kolt::LOG_WARNING);
 }
 
 TEST_F(LogTest, PrintfFormWithWideAndNarrowArguments) {
@@ -59,15 +49,6 @@ TEST_F(LogTest, PrintfFormWithWideAndNarrowArguments) {
 
     { koltx::LogFwd<1, 4, koltx::LogFormatter>("no placeholder") % "extra"; }
     EXPECT_EQ(onlyLine(), "no placeholder extra");
-}
-
-TEST_F(LogTest, ThresholdDropsLowerLevels) {
-    { koltx::LogFormatter(kolt::LOG_DEBUG, "hidden", nullptr); }
-    { koltx::LogFwd<1, 1, koltx::LogFormatter>("hidden %s", "too"); }
-    EXPECT_TRUE(sink->getEntries().empty());
-    koltx::Log::setThreshold(kolt::LOG_TRACE);
-    { koltx::LogFormatter(kolt::LOG_DEBUG, "shown", nullptr); }
-    EXPECT_EQ(onlyLine(), "shown");
 }
 
 TEST(StatusException, TextsOfStatuses) {

@@ -20,19 +20,6 @@ std::shared_ptr<koltx::Texture> texture(uint8_t value, wchar_t const* uri) {
 
 } // namespace
 
-TEST(Material, DefaultsOfTheBuilder) {
-    auto const material = MaterialBuilder().createSharedAndReset(nullptr);
-    EXPECT_EQ(material->getName(), L"default");
-    EXPECT_EQ(material->getAmbientColor(), (std::vector<double>{0, 0, 0}));
-    EXPECT_EQ(material->getDiffuseColor(), (std::vector<double>{1, 1, 1}));
-    EXPECT_EQ(material->getEmissiveColor(), (std::vector<double>{0, 0, 0}));
-    EXPECT_EQ(material->getSpecularColor(), (std::vector<double>{0, 0, 0}));
-    EXPECT_EQ(material->getShininess(), 0.0);
-    EXPECT_EQ(material->getOpacity(), 1.0);
-    EXPECT_TRUE(material->getDiffuseMap().empty());
-    EXPECT_EQ(material->getFirstValidTexture(), nullptr);
-}
-
 TEST(Material, EqualityComparesEveryFieldAndTexturesByContent) {
     auto const make = [](auto&& change) {
         MaterialBuilder builder;
@@ -95,15 +82,4 @@ TEST(Material, ValuesThatCannotStandAreCorrectedWithWarnings) {
     auto const next = builder.createSharedAndReset(&none);
     EXPECT_TRUE(none.empty());
     EXPECT_TRUE(next->equals(*MaterialBuilder().createSharedAndReset(nullptr)));
-}
-
-TEST(Material, FirstValidTextureSkipsNullAndInvalid) {
-    auto const valid = texture(3, L"file:///v.png");
-    auto const invalid = std::make_shared<koltx::Texture>(koltx::URI::create(L"file:///i.png"));
-    auto const material = MaterialBuilder()
-                              .diffuseMap({nullptr, invalid, valid}, {L"n", L"i", L"v"})
-                              .createSharedAndReset(nullptr);
-    EXPECT_EQ(material->getFirstValidTexture(), valid);
-    MaterialBuilder copy(*material);
-    EXPECT_TRUE(copy.createSharedAndReset(nullptr)->equals(*material));
 }

@@ -101,19 +101,6 @@ TEST(Mesh, FaceWithHoleAndTwoUVSetsBuiltInterleaved) {
     EXPECT_EQ(builder.getVertexCount(), 0u);
 }
 
-TEST(Mesh, MeshWithoutMaterialGetsTheDefault) {
-    MeshBuilder builder;
-    uint32_t const face = builder.addFace();
-    for (int i = 0; i < 3; ++i)
-        builder.addFaceVertexIndex(face, addPoint(builder, i, i * i, 0));
-    auto const mesh = builder.createSharedAndReset(nullptr);
-    ASSERT_EQ(mesh->getMaterials().size(), 1u);
-    auto const defaults = koltx::MaterialBuilder().createSharedAndReset(nullptr);
-    EXPECT_TRUE(mesh->getMaterials()[0]->equals(*defaults));
-    EXPECT_EQ(mesh->getUVSetCount(), 0u);
-    EXPECT_FALSE(mesh->hasHoles());
-}
-
 TEST(Mesh, InconsistentInputIsRefusedWithTheFaceNamed) {
     auto const expectFailure = [](auto&& fill, std::string const& fragment) {
         MeshBuilder builder;
@@ -166,28 +153,4 @@ TEST(Mesh, InconsistentInputIsRefusedWithTheFaceNamed) {
             b.addFaceHoleIndex(c, hole);
         },
         "is a hole twice");
-}
-
-TEST(Mesh, MillionFacesInFlatArrays) {
-    // A grid of 1000 x 1000 quads; all indices land in three flat arrays.
-    constexpr uint32_t side = 1000;
-    MeshBuilder builder;
-    builder.reserve((side + 1) * (side + 1), side * side, side * side * 4);
-    for (uint32_t y = 0; y <= side; ++y)
-        for (uint32_t x = 0; x <= side; ++x)
-            addPoint(builder, x, y, 0);
-    for (uint32_t y = 0; y < side; ++y) {
-        for (uint32_t x = 0; x < side; ++x) {
-            uint32_t const face = builder.addFace();
-            uint32_t const corner = y * (side + 1) + x;
-            for (uint32_t v : {corner, corner + 1, corner + side + 2, corner + side + 1})
-                builder.addFaceVertexIndex(face, v);
-        }
-    }
-    auto const mesh = builder.createSharedAndReset(nullptr);
-    EXPECT_EQ(mesh->getFaceCount(), side * side);
-    EXPECT_EQ(mesh->getVertexIndices().size(), size_t(side) * side * 4);
-    EXPECT_EQ(mesh->getFaceVertexOffsets().size(), size_t(side) * side + 1);
-    uint32_t const last = side * side - 1;
-    EXPECT_EQ(mesh->getFaceVertexIndices(last)[2], (side + 1) * (side + 1) - 1);
 }

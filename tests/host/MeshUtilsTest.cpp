@@ -113,14 +113,6 @@ TEST(MeshUtils, CrossingHoleGetsInterpolatedVertices) {
     expectUVsFollowPositions(*result);
 }
 
-TEST(MeshUtils, MeshWithoutHolesIsReturnedAsItIs) {
-    MeshBuilder builder;
-    addRing(builder, {{0, 0}, {1, 0}, {1, 1}}, false);
-    auto const mesh = builder.createSharedAndReset(nullptr);
-    EXPECT_EQ(MeshUtils::triangulateHoles(mesh), mesh);
-    EXPECT_EQ(MeshUtils::triangulateHoles(nullptr), nullptr);
-}
-
 TEST(MeshUtils, UVSetMissingOnAHoleIsDroppedForThatFace) {
     MeshBuilder builder;
     uint32_t const outer = addRing(builder, {{0, 0}, {4, 0}, {4, 4}, {0, 4}}, true);
@@ -131,25 +123,6 @@ TEST(MeshUtils, UVSetMissingOnAHoleIsDroppedForThatFace) {
     for (uint32_t face = 0; face < result->getFaceCount(); ++face)
         EXPECT_EQ(result->getFaceUVCount(face, 0), 0u);
     EXPECT_NEAR(MeshUtils::surfaceArea(*result), (16 - 0.5) * std::sqrt(2.0), 1e-9);
-}
-
-TEST(MeshUtils, FlatFaceKeepsItsOutlineWithAWarning) {
-    MeshBuilder builder;
-    builder.setName(L"flat");
-    uint32_t const outer = builder.addFace();
-    for (int i = 0; i < 3; ++i) {
-        double const xyz[3] = {double(i), double(i), 0};
-        builder.addFaceVertexIndex(outer, builder.addVertexCoords(xyz));
-    }
-    uint32_t const hole = addRing(builder, {{0, 0}, {1, 0}, {1, 1}}, false);
-    builder.addFaceHoleIndex(outer, hole);
-    std::wstring warnings;
-    auto const result =
-        MeshUtils::triangulateHoles(builder.createSharedAndReset(nullptr), &warnings);
-    EXPECT_EQ(result->getFaceCount(), 1u);
-    EXPECT_FALSE(result->hasHoles());
-    EXPECT_EQ(warnings,
-              L"Face 0 of mesh 'flat' could not be triangulated; its holes were dropped.\n");
 }
 
 TEST(MeshUtils, FaceWithCoordinatesThatAreNotFiniteIsKeptWithAWarning) {

@@ -108,7 +108,3 @@ TEST(StringUtils, InvalidInputBecomesReplacementCharacterAndRestSurvives) {
     EXPECT_EQ(StringUtils::toUTF8(std::wstring({0xDC00, 0xD83D})), "\xEF\xBF\xBD\xEF\xBF\xBD");
     EXPECT_EQ(narrow(std::wstring({L'x', 0xDFFF}), 1), "x\xEF\xBF\xBD");
 }
-
-TEST(StringUtils, LowerCasesOnlyAscii) {
-    EXPECT_EQ(StringUtils::toLowerASCII(L"A.PNG\u00C4"), L"a.png\u00C4");
-}

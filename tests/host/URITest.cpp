@@ -62,21 +62,7 @@ TEST(ResolveMap, AnchorsKeysRelativeToTheAnchorsFolder) {
     EXPECT_EQ(ResolveMap::anchorRelativeKey(&map, L"city.gml", L"t/a.png"), L"t/a.png");
 }
 
-TEST(ResolveMap, ResolvesMappedKeysThenUrisThenPaths) {
-    ResolveMap map;
-    auto const mapped = URI::create(L"file:///mapped.gml");
-    map.addEntry(L"k", mapped);
-    EXPECT_EQ(ResolveMap::resolveKeyWithURIFallback(&map, L"k"), mapped);
-    EXPECT_EQ(ResolveMap::resolveKeyWithURIFallback(nullptr, L"http://h/x.png")->wstring(),
-              L"http://h/x.png");
-    EXPECT_EQ(ResolveMap::resolveKeyWithURIFallback(&map, L"/a b/c.png")->wstring(),
-              L"file:///a%20b/c.png");
-    EXPECT_EQ(ResolveMap::resolveKeyWithURIFallback(nullptr, L""), nullptr);
-    auto const relative = ResolveMap::resolveKeyWithURIFallback(nullptr, L"rel/x.png");
-    EXPECT_EQ(relative->getNativePath(),
-              (std::filesystem::current_path() / "rel/x.png").lexically_normal().string());
-
-    // A percent-encoded path is decoded only when that is the file that exists.
+TEST(ResolveMap, PercentEncodedPathsAreDecodedOnlyWhenThatFileExists) {
     testsupport::ScratchDir const folder("uri");
     std::ofstream(folder / "my wall.png") << "x";
     std::ofstream(folder / "100%.png") << "x";

@@ -1,7 +1,6 @@
 #include "kolt/EncoderInfo.h"
 #include "kolt/AttributeMap.h"
 #include "kolt/AttributeMapBuilder.h"
-#include "koltx/EncodeOptionsAnnotator.h"
 #include "koltx/EncodeOptionsValidator.h"
 #include "koltx/EncoderInfoBuilder.h"
 #include "koltx/KOLTUtils.h"
@@ -9,8 +8,6 @@
 #include "koltx/MemoryLogSink.h"
 #include "koltx/StatusException.h"
 
-#include <Describe.h>
-#include <Golden.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -28,7 +25,6 @@ class ClampValidator : public koltx::EncodeOptionsValidator {
 public:
     void validate(KOLTUtils::ObjectPtr<kolt::AttributeMap const> const& options,
                   KOLTUtils::ObjectPtr<kolt::AttributeMapBuilder> const& builder) override {
-        ++calls;
         double const precision = options->getFloat(L"precision");
         builder->setFloat(L"precision", std::min(2.0, std::max(0.5, precision)));
         std::wstring mode = options->getString(L"mode");
@@ -38,7 +34,6 @@ public:
         if (std::wcscmp(options->getString(L"name"), L"boom") == 0)
             throw std::runtime_error("boom");
     }
-    int calls = 0;
 };
 
 struct Info {
@@ -48,7 +43,6 @@ struct Info {
     Info() {
         koltx::EncoderInfoBuilder builder;
         builder.setID(L"test.Encoder").setName(L"Test").setDescription(L"Writes tests");
-        builder.setExtension(L".jpg;.jpeg").setType(2).setIcon("aWNvbg==");
         KOLTUtils::AttributeMapBuilderPtr defaults(kolt::AttributeMapBuilder::create());
         defaults->setString(L"name", L"default");
         defaults->setInt(L"lod", 4);
@@ -61,15 +55,6 @@ struct Info {
         builder.setDefaultOptions(map.get());
         map.reset(); // the builder keeps its own copy
         builder.setValidator(validator);
-        koltx::EncodeOptionsAnnotator annotator(builder);
-        annotator.option(L"name").setLabel(L"Name").setOrder(0).setGroup(L"General", 0);
-        annotator.option(L"precision")
-            .setLabel(L"Precision")
-            .setOrder(9010)
-            .setGroup(L"Geometry", 1)
-            .setDescription(L"Smallest distance.")
-            .setRange(0.5, 2);
-        annotator.option(L"merge").flagAsHidden();
         info.reset(builder.create(nullptr));
     }
 
@@ -89,17 +74,10 @@ KOLTUtils::AttributeMapPtr given(void (*fill)(kolt::AttributeMapBuilder&)) {
 
 } // namespace
 
-TEST(EncoderInfo, DescribesTheEncoder) {
+TEST(EncoderInfo, RefusesAnInformationWithoutIdAndFindsOnlyKnownOptions) {
     Info const fixture;
-    auto const& info = *fixture.info;
-    EXPECT_TRUE(testsupport::matchesGolden("host/encoder_info.txt",
-                                           testsupport::describeEncoderInfo(info)));
-    EXPECT_EQ(info.getValidator(), fixture.validator);
-    EXPECT_EQ(info.findAnnotation(L"precision"), info.getAnnotation(1));
-    EXPECT_EQ(info.findAnnotation(L"offset"), nullptr);
-    EXPECT_EQ(info.getAnnotation(3), nullptr);
-
-    // An information without ID is refused.
+    EXPECT_EQ(fixture.info->getValidator(), fixture.validator);
+    EXPECT_EQ(fixture.info->findAnnotation(L"offset"), nullptr);
     kolt::Status status = 0;
     EXPECT_EQ(koltx::EncoderInfoBuilder().setName(L"x").create(&status), nullptr);
     EXPECT_EQ(status, kolt::STATUS_ILLEGAL_VALUE);
@@ -140,21 +118,6 @@ TEST(EncoderInfo, ValidatedOptionsStartFromDefaultsAndOverlayGivenValues) {
     EXPECT_EQ(offset[0], 7);
     // The caller's map is not touched.
     EXPECT_EQ(options->getFloat(L"precision"), 0.75);
-}
-
-TEST(EncoderInfo, ValidatorCorrectionsWin) {
-    Info const fixture;
-    kolt::Status status = 99;
-    auto high = fixture.validate(
-        given([](kolt::AttributeMapBuilder& b) { b.setFloat(L"precision", 5.0); }).get(), &status);
-    EXPECT_EQ(high->getFloat(L"precision"), 2.0);
-    auto low = fixture.validate(
-        given([](kolt::AttributeMapBuilder& b) { b.setFloat(L"precision", 0.0); }).get(), &status);
-    EXPECT_EQ(low->getFloat(L"precision"), 0.5);
-    auto mode = fixture.validate(
-        given([](kolt::AttributeMapBuilder& b) { b.setString(L"mode", L"slow"); }).get(), &status);
-    EXPECT_STREQ(mode->getString(L"mode"), L"SLOW");
-    EXPECT_EQ(fixture.validator->calls, 3);
 }
 
 TEST(EncoderInfo, WrongTypeOrFailingValidatorIsAnErrorNamingTheKey) {

@@ -90,18 +90,6 @@ private:
 
 } // namespace
 
-TEST(ImageEncoders, AreRegisteredWithTheirInformation) {
-    KOLTUtils::ObjectPtr<kolt::EncoderInfo const> png(
-        ExtensionManager::instance()->createEncoderInfo(PNG));
-    KOLTUtils::ObjectPtr<kolt::EncoderInfo const> jpg(
-        ExtensionManager::instance()->createEncoderInfo(JPG));
-    EXPECT_STREQ(png->getExtensions(), L".png;");
-    EXPECT_STREQ(jpg->getExtensions(), L".jpg;.jpeg;");
-    EXPECT_EQ(png->getType(), kolt::CT_TEXTURE);
-    EXPECT_STREQ(png->getDefaultOptions()->getString(L"existingFiles"), L"OVERWRITE");
-    EXPECT_TRUE(png->getDefaultOptions()->getBool(L"textureFlipH"));
-}
-
 TEST(ImageEncoders, ValidatorMakesALegalFileNameWithTheRightExtension) {
     auto name = [](std::wstring const& id, std::wstring const& given) {
         Options o;

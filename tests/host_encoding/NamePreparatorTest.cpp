@@ -77,12 +77,3 @@ TEST(NamePreparator, UniqueNamesCountBeforeTheExtensionWithinOneSpace) {
     EXPECT_THROW(preparator.uniqueName(out, L"x", NamePreparator::KIND_FILE, nullptr),
                  std::invalid_argument);
 }
-
-TEST(NamePreparator, ManyEqualNamesStayCheap) {
-    DefaultNamePreparator preparator(L"_", L"_");
-    auto space = preparator.newNamespace();
-    std::wstring out;
-    for (int i = 0; i < 20000; ++i)
-        preparator.uniqueName(out, L"tex.jpg", NamePreparator::KIND_FILE, space);
-    EXPECT_EQ(out, L"tex_19999.jpg");
-}

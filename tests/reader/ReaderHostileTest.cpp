@@ -62,14 +62,6 @@ TEST(ReaderHostile, EveryDropIsToldWithReasonIdAndLine) {
     EXPECT_TRUE(g.getPolygon(1)->interiorRings().empty());
 }
 
-TEST(ReaderHostile, FallbackLoggerHearsLoadsWithoutLogger) {
-    auto recorder = std::make_shared<Recorder>();
-    auto before = citygml::setThreadFallbackLogger(recorder);
-    loadText(dataFile("drops.gml"));
-    citygml::setThreadFallbackLogger(before);
-    EXPECT_EQ(recorder->lines, dataFile("drops.expected"));
-}
-
 TEST(ReaderHostile, ExhaustingDocumentsAreRefusedWithinBounds) {
     std::string big(100000, 'x');
     std::string refs;

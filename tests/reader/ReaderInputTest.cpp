@@ -1,9 +1,6 @@
 #include "ReaderTestUtil.h"
-#include "TestData.h"
 
 #include <gtest/gtest.h>
-
-#include <fstream>
 
 using namespace readertest;
 
@@ -20,16 +17,6 @@ TEST(ReaderInput, MalformedXmlThrowsWithPosition) {
     EXPECT_THROW(loadText(""), std::runtime_error);
     EXPECT_THROW(loadText("not xml at all"), std::runtime_error);
     EXPECT_THROW(loadText("<a>"), std::runtime_error);
-}
-
-TEST(ReaderInput, RealMalformedFileThrows) {
-    REQUIRE_TESTDATA();
-    std::ifstream in(testsupport::testDataDir() / "awkward_inputs" /
-                         "NOT_WELLFORMED_plateau_Issue138-B.gml",
-                     std::ios::binary);
-    ASSERT_TRUE(in);
-    citygml::ParserParams params;
-    EXPECT_THROW(citygml::load(in, params), std::runtime_error);
 }
 
 TEST(ReaderInput, EncodingsThatOccurInPractice) {
@@ -63,20 +50,4 @@ TEST(ReaderInput, EncodingsThatOccurInPractice) {
     } catch (std::runtime_error const& e) {
         EXPECT_NE(std::string(e.what()).find("encoding"), std::string::npos) << e.what();
     }
-}
-
-TEST(ReaderInput, AwkwardRealFilesLoad) {
-    REQUIRE_TESTDATA();
-    int loaded = 0;
-    for (auto const& entry :
-         std::filesystem::directory_iterator(testsupport::testDataDir() / "awkward_inputs")) {
-        auto name = entry.path().filename().string();
-        if (entry.path().extension() != ".gml" || name.rfind("NOT_WELLFORMED", 0) == 0)
-            continue;
-        std::ifstream in(entry.path(), std::ios::binary);
-        citygml::ParserParams params;
-        EXPECT_NO_THROW(citygml::load(in, params)) << name;
-        ++loaded;
-    }
-    EXPECT_GT(loaded, 10);
 }

@@ -34,4 +34,29 @@ std::vector<std::string> filesIn(std::filesystem::path const& folder) {
     return names;
 }
 
+std::vector<std::string> tableRows(std::filesystem::path const& path) {
+    std::vector<std::string> rows;
+    std::istringstream in(readFile(path));
+    for (std::string line; std::getline(in, line);)
+        if (!line.empty() && line[0] != '#')
+            rows.push_back(line);
+    return rows;
+}
+
+std::vector<std::string> split(std::string const& line, std::string const& separator) {
+    std::vector<std::string> parts;
+    if (separator == " ") {
+        std::istringstream in(line);
+        for (std::string word; in >> word;)
+            parts.push_back(word);
+        return parts;
+    }
+    for (std::size_t start = 0, end = 0; end != std::string::npos; start = end + separator.size()) {
+        end = line.find(separator, start);
+        std::string const part = line.substr(start, end - start);
+        parts.push_back(part.substr(0, part.find_last_not_of(' ') + 1));
+    }
+    return parts;
+}
+
 } // namespace testsupport

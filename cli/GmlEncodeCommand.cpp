@@ -27,6 +27,7 @@
 #include <koltx/Material.h>
 #include <koltx/MemoryLogSink.h>
 #include <koltx/Mesh.h>
+#include <koltx/MeshBuilder.h>
 #include <koltx/Shape.h>
 #include <koltx/Texture.h>
 
@@ -122,15 +123,17 @@ Input readInput(koltx::ExtensionManager& manager, std::string const& path, kolt:
     return input;
 }
 
-// Step 2: mesh names that keep all their faces in the document and are safe in it.
+// Step 2: mesh names that keep all their faces in the document and are safe in it. The meshes
+// are renamed in place: the decoded file holds them no longer.
 std::size_t repairNames(std::vector<std::shared_ptr<koltx::Mesh>>& meshes) {
     std::vector<std::wstring> names;
+    names.reserve(meshes.size());
     for (auto const& mesh : meshes)
         names.push_back(mesh->getName());
     std::size_t const changed = MeshNameRepair::repair(names);
     for (std::size_t i = 0; i < meshes.size() && changed > 0; ++i)
         if (names[i] != meshes[i]->getName())
-            meshes[i] = MeshNameRepair::renamed(*meshes[i], names[i]);
+            meshes[i] = koltx::MeshBuilder::renamed(std::move(meshes[i]), std::move(names[i]));
     return changed;
 }
 

@@ -224,7 +224,7 @@ TEST(MeshNameRepairTest, KeepsEveryFaceOfPathsThatWouldMeet) {
     EXPECT_EQ(1u, MeshNameRepair::repair(shared));
     EXPECT_EQ(L"bldg:Building[b]\\bldg:lod2MultiSurface[]\\gml:MultiSurface[s_gmlcodec_1]\\",
               shared[1]);
-    auto const copy = MeshNameRepair::renamed(*square(L"a"), L"b");
+    auto const copy = koltx::MeshBuilder::renamed(square(L"a"), L"b");
     EXPECT_EQ(L"b", copy->getName());
     EXPECT_EQ(4u, copy->getVertexCount());
     EXPECT_EQ(1u, copy->getFaceCount());

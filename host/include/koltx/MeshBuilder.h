@@ -46,6 +46,10 @@ public:
     // nothing is currently appended to it.
     std::shared_ptr<Mesh> createSharedAndReset(std::wstring* warnings);
 
+    // `mesh` under another name. A mesh that nobody else holds is renamed where it is, so that
+    // renaming copies no vertex data; a shared one is copied array by array.
+    static std::shared_ptr<Mesh> renamed(std::shared_ptr<Mesh> mesh, std::wstring name);
+
 private:
     struct UVSet {
         std::vector<double> coords;

@@ -199,4 +199,17 @@ std::shared_ptr<Mesh> MeshBuilder::createSharedAndReset(std::wstring* /*warnings
     return mesh;
 }
 
+std::shared_ptr<Mesh> MeshBuilder::renamed(std::shared_ptr<Mesh> mesh, std::wstring name) {
+    if (!mesh)
+        return mesh;
+    if (mesh.use_count() != 1) {
+        std::shared_ptr<Mesh> copy(new Mesh());
+        copy->arrays = mesh->arrays;
+        copy->holeFaces = mesh->holeFaces;
+        mesh = std::move(copy);
+    }
+    mesh->arrays.name = std::move(name);
+    return mesh;
+}
+
 } // namespace koltx

@@ -175,20 +175,25 @@ std::shared_ptr<koltx::Geometry> geometryOf(std::vector<std::shared_ptr<koltx::M
 }
 
 // Step 4: one initial shape; each OBJ object or the decoded geometry is a leaf of it. The whole
-// input is also the shape's own geometry, which the encoder falls back to ("errorFallback")
-// when the leaves cannot be prepared.
-std::shared_ptr<koltx::InitialShape> buildShape(Input const& input, std::string const& path) {
-    auto const whole = geometryOf(input.meshes);
+// OBJ input is also the shape's own geometry, which the encoder falls back to ("errorFallback")
+// when the leaves cannot be prepared; a decoded file's one leaf is its whole geometry already.
+// The meshes leave `input`: the decoded ones are handed over, so that each is freed as soon as
+// the encoder has prepared its copy.
+std::shared_ptr<koltx::InitialShape> buildShape(Input& input, std::string const& path) {
     std::vector<std::shared_ptr<koltx::Shape>> leaves;
+    std::shared_ptr<koltx::Geometry> fallback;
     if (input.fromCityGML) {
-        leaves.push_back(std::make_shared<koltx::Shape>(whole));
+        leaves.push_back(std::make_shared<koltx::Shape>(geometryOf(input.meshes)));
+        leaves.back()->handOver();
     } else {
+        fallback = geometryOf(input.meshes);
         for (auto const& mesh : input.meshes)
             leaves.push_back(std::make_shared<koltx::Shape>(geometryOf({mesh})));
     }
+    input.meshes.clear();
     return std::make_shared<koltx::InitialShape>(
         kolt::StringUtils::toUTF16(fs::path(path).filename().string()), input.attributes, leaves,
-        whole);
+        fallback);
 }
 
 // Step 5: the encoder's run. The host log is captured around it: when the encoder fails, the

@@ -28,6 +28,10 @@ void XmlWriter::flushLine() {
     stream.write(line.data(), static_cast<std::streamsize>(line.size()));
 }
 
+void XmlWriter::appendOpenName() {
+    line.append(openNames, openTags.back(), std::string::npos);
+}
+
 void XmlWriter::appendAttributes(std::string& out, AttributeTable const& attributes) const {
     for (auto const& [name, value] : attributes) {
         out += ' ';
@@ -45,7 +49,8 @@ void XmlWriter::startElement(std::wstring_view tag, std::wstring_view id,
     line += '<';
     const std::size_t nameStart = line.size();
     appendUtf8(line, tag);
-    openTags.emplace_back(line, nameStart);
+    openTags.push_back(openNames.size());
+    openNames.append(line, nameStart, std::string::npos);
     if (!id.empty()) {
         line += " gml:id=\"";
         appendUtf8(line, id);
@@ -62,9 +67,10 @@ void XmlWriter::endElement() {
         throw std::logic_error("XML end tag without an open element.");
     beginLine();
     line += "</";
-    line += openTags.back();
+    appendOpenName();
     line += ">\n";
     flushLine();
+    openNames.resize(openTags.back());
     openTags.pop_back();
     --depth;
 }

@@ -45,8 +45,8 @@ public:
 
     std::ostream& stream;
     std::map<std::wstring, std::wstring> namespaces;
-    // UTF-8 names of the open elements, innermost last.
-    std::vector<std::string> openTags;
+    // Where each open element's UTF-8 name starts in `openNames`, innermost last.
+    std::vector<std::size_t> openTags;
     std::uint32_t depth = 0;
     std::int32_t version = 3;
     std::int32_t coordinatePrecision = 3;
@@ -59,6 +59,12 @@ private:
     void beginLine();
     void flushLine();
 
+    // Appends the name of the innermost open element to `line`.
+    void appendOpenName();
+
+    // The names of the open elements back to back: one buffer, so that opening an element
+    // allocates nothing in the steady state.
+    std::string openNames;
     // Reused for every line, so that writing allocates nothing in the steady state.
     std::string line;
 };

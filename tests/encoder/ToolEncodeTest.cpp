@@ -228,6 +228,11 @@ TEST(MeshNameRepairTest, KeepsEveryFaceOfPathsThatWouldMeet) {
     EXPECT_EQ(L"b", copy->getName());
     EXPECT_EQ(4u, copy->getVertexCount());
     EXPECT_EQ(1u, copy->getFaceCount());
+    // Arrays are taken from a mesh held once and copied from a shared one.
+    auto held = square(L"a"), kept = held;
+    EXPECT_EQ(12u, koltx::MeshBuilder::takeArrays(held).coords.size());
+    EXPECT_TRUE(!held && kept->getVertexCount() == 4u);
+    EXPECT_EQ(12u, koltx::MeshBuilder::takeArrays(kept).coords.size());
 }
 
 TEST_F(ToolEncode, ObjWithMaterialsAndTextureBecomesCityGML) {

@@ -158,7 +158,7 @@ std::shared_ptr<Mesh> EncodePreparatorImpl::finish(MeshData& data,
     return data.toMesh();
 }
 
-std::shared_ptr<Mesh> EncodePreparatorImpl::prepare(std::shared_ptr<Mesh> const& mesh,
+std::shared_ptr<Mesh> EncodePreparatorImpl::prepare(std::shared_ptr<Mesh> mesh,
                                                     Shape::Transform const& transform,
                                                     bool identity,
                                                     PreparationFlags const& flags) const {
@@ -168,7 +168,7 @@ std::shared_ptr<Mesh> EncodePreparatorImpl::prepare(std::shared_ptr<Mesh> const&
                         flags.getMergeVertices() || flags.getCleanupUVs();
     if (!needed)
         return mesh;
-    MeshData data = MeshData::fromMesh(*mesh);
+    MeshData data = MeshData::take(mesh);
     if (!identity)
         data.transform(transform);
     return finish(data, flags);
@@ -268,8 +268,8 @@ void EncodePreparatorImpl::fetchInstances(std::vector<FinalizedInstance>& instan
                     // freed as soon as its prepared copy exists: one copy less at the peak.
                     item.geometry.reset();
                     for (auto& mesh : meshes) {
-                        prepared.push_back(prepare(mesh, item.transform, item.identity, flags));
-                        mesh.reset();
+                        prepared.push_back(
+                            prepare(std::move(mesh), item.transform, item.identity, flags));
                     }
                 }
             }

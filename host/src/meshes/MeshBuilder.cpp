@@ -212,4 +212,13 @@ std::shared_ptr<Mesh> MeshBuilder::renamed(std::shared_ptr<Mesh> mesh, std::wstr
     return mesh;
 }
 
+MeshArrays MeshBuilder::takeArrays(std::shared_ptr<Mesh>& mesh) {
+    std::shared_ptr<Mesh> held = std::move(mesh);
+    if (!held)
+        return MeshArrays();
+    if (held.use_count() != 1)
+        return held->arrays;
+    return std::move(held->arrays);
+}
+
 } // namespace koltx

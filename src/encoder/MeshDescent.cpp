@@ -49,7 +49,7 @@ void addPolygons(CityModelDocument& document, gml::CityElementNode& node, std::w
             continue;
         auto const& member = members[materialIndex];
         if (member)
-            member->addTarget(polygon->polygonId(), polygon->ringId(), mesh, face);
+            member->addTarget(polygon);
     }
 }
 

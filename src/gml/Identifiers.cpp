@@ -5,7 +5,9 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <mutex>
 #include <new>
 
@@ -48,12 +50,16 @@ public:
             page->remaining = 0;
             owner = getpid();
         }
-        for (std::size_t i = 0; i < count; ++i) {
+        while (count > 0) {
             if (page->remaining == 0) {
                 provider.get_random_bytes(page->bytes, sizeof page->bytes);
                 page->remaining = sizeof page->bytes;
             }
-            out[i] = page->bytes[sizeof page->bytes - page->remaining--];
+            std::size_t const take = std::min(count, page->remaining);
+            std::memcpy(out, page->bytes + sizeof page->bytes - page->remaining, take);
+            page->remaining -= take;
+            out += take;
+            count -= take;
         }
     }
 

@@ -79,6 +79,19 @@ void PolygonNode::appendIdentifier(std::wstring& out) const {
 }
 
 void PolygonNode::appendPolygonId(std::wstring& out) const {
+    if (hasPolygonId())
+        appendIdText(out);
+}
+
+void PolygonNode::appendRingId(std::wstring& out) const {
+    if (hasPolygonId()) {
+        appendIdText(out);
+        out += L'.';
+    }
+    appendUuid(out, ringBytes);
+}
+
+void PolygonNode::appendIdText(std::wstring& out) const {
     appendIdentifier(out);
     out += polySuffix;
     appendNumber(out, faceIndex);
@@ -99,23 +112,13 @@ std::wstring PolygonNode::identifier() const {
 
 std::wstring PolygonNode::polygonId() const {
     std::wstring result;
-    if (form == Form::Patch || form == Form::Triangle)
-        return result;
-    result.reserve(uuidTextLength + polySuffix.size() + 10);
     appendPolygonId(result);
     return result;
 }
 
 std::wstring PolygonNode::ringId() const {
     std::wstring result;
-    if (form == Form::Patch || form == Form::Triangle) {
-        appendUuid(result, ringBytes);
-        return result;
-    }
-    result.reserve(2 * uuidTextLength + polySuffix.size() + 11);
-    appendPolygonId(result);
-    result += L'.';
-    appendUuid(result, ringBytes);
+    appendRingId(result);
     return result;
 }
 
@@ -139,12 +142,8 @@ void PolygonNode::write(XmlWriter& writer) {
         writer.startElement(L"gml:Polygon", ids);
     }
     writer.startElement(L"gml:exterior");
-    if (form == Form::Patch || form == Form::Triangle) {
-        ids.clear();
-    } else {
-        ids += L'.';
-    }
-    appendUuid(ids, ringBytes);
+    ids.clear();
+    appendRingId(ids);
     writer.startElement(L"gml:LinearRing", ids);
 
     // The host's second axis is up, the document's third: (x, y, z) becomes (x, -z, y).
@@ -160,8 +159,8 @@ void PolygonNode::write(XmlWriter& writer) {
         list.push_back(-vertex[2]);
         list.push_back(vertex[1]);
     }
-    static const AttributeTable dimension{{L"srsDimension", L"3"}};
-    writer.writeCoordinatesElement(L"gml:posList", list, 3, dimension);
+    writer.writeCoordinatesElement(L"gml:posList", list.data(), list.size(), 3, L"srsDimension",
+                                   L"3");
 
     writer.endElement();
     writer.endElement();

@@ -34,6 +34,9 @@ public:
     std::wstring polygonId() const;
     std::wstring ringId() const;
     std::wstring_view surfaceTag() const { return tagView; }
+    // The two ids appended to `out`, for writers that keep one buffer for them.
+    void appendPolygonId(std::wstring& out) const;
+    void appendRingId(std::wstring& out) const;
 
     std::shared_ptr<koltx::Mesh> mesh;
     std::uint32_t faceIndex;
@@ -42,9 +45,10 @@ private:
     enum class Form : std::uint8_t { Polygon, Orientable, Patch, Triangle };
 
     void setSurfaceTag(std::wstring_view surfaceTag);
+    bool hasPolygonId() const { return form != Form::Patch && form != Form::Triangle; }
     // The node's own identifier as text.
     void appendIdentifier(std::wstring& out) const;
-    void appendPolygonId(std::wstring& out) const;
+    void appendIdText(std::wstring& out) const;
 
     // Set when the identifier is held as bytes; `id` is empty then.
     bool compactId = false;

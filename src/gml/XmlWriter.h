@@ -26,6 +26,9 @@ public:
 
     void startElement(std::wstring_view tag, std::wstring_view id = std::wstring_view(),
                       AttributeTable const& attributes = emptyAttributes());
+    // The same with one attribute, which needs no table.
+    void startElement(std::wstring_view tag, std::wstring_view id, std::wstring_view attributeName,
+                      std::wstring_view attributeValue);
     void endElement();
     void writeTextElement(std::wstring_view tag, std::wstring_view text);
     // Scalar form ("%f") of a number as the element text.
@@ -35,6 +38,12 @@ public:
     void writeCoordinatesElement(std::wstring_view tag, std::vector<double> const& values,
                                  std::size_t closingCount,
                                  AttributeTable const& attributes = emptyAttributes());
+
+    // The same for `count` values at `values`, with at most one attribute (none if its name is
+    // empty).
+    void writeCoordinatesElement(std::wstring_view tag, double const* values, std::size_t count,
+                                 std::size_t closingCount, std::wstring_view attributeName,
+                                 std::wstring_view attributeValue);
 
     void writeCoordinates(std::vector<double> const& values);
     void writeCoordinates(double const* values, std::size_t count);
@@ -55,6 +64,12 @@ public:
 
 private:
     void appendAttributes(std::string& out, AttributeTable const& attributes) const;
+    void appendAttribute(std::string& out, std::wstring_view name, std::wstring_view value) const;
+    // `<tag gml:id="id"` at the new depth, the name kept as open.
+    void openStartTag(std::wstring_view tag, std::wstring_view id);
+    // Everything of a coordinate element behind its start tag's attributes.
+    void finishCoordinatesElement(std::size_t nameStart, std::size_t nameEnd, double const* values,
+                                  std::size_t count, std::size_t closingCount);
     // Starts `line` with the indentation of the current depth.
     void beginLine();
     void flushLine();

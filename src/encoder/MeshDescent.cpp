@@ -39,6 +39,7 @@ void addPolygons(CityModelDocument& document, gml::CityElementNode& node, std::w
 
     auto const& faceMaterials = mesh->getFaceMaterialIndices();
     auto const faceCount = static_cast<std::int32_t>(mesh->getFaceCount());
+    node.children.reserve(node.children.size() + mesh->getFaceCount());
     for (std::int32_t f = 0; f < faceCount; ++f) {
         auto const face = static_cast<std::uint32_t>(f);
         auto polygon = std::make_shared<gml::PolygonNode>(mesh, gml::newUuid(), face, tag);

@@ -52,6 +52,12 @@ rm -rf "$out" && mkdir -p "$out"
 precision=$("$bin0/gmlcodec" convert "$obj" "$out/grid.gml" 2>/dev/null | sed -n 's/.*vertex precision \([0-9.e-]*\).*/\1/p')
 obj_coords=$("$bin0/encoder_bench_tools" count "$out/grid.gml")
 obj_decimals=$(awk -v p="$precision" 'BEGIN {printf "%d", -log(p) / log(10) + 0.5}')
+# A baseline of no numbers would time nothing: a first build that cannot convert the OBJ (or
+# count its document) stops the run here instead of printing a ratio against 0 s.
+if [[ -z "$precision" || ! "$obj_coords" =~ ^[1-9][0-9]*$ ]]; then
+    echo "no OBJ baseline: $bin0/gmlcodec gave precision '$precision' and $obj_coords coordinates" >&2
+    exit 1
+fi
 rm -rf "$out" && mkdir -p "$out"
 
 # case name -> command (BIN stands for the build's bin folder; the baselines are the first

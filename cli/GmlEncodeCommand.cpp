@@ -27,6 +27,7 @@
 #include <koltx/Material.h>
 #include <koltx/MemoryLogSink.h>
 #include <koltx/Mesh.h>
+#include <koltx/MeshBuilder.h>
 #include <koltx/Shape.h>
 #include <koltx/Texture.h>
 
@@ -122,15 +123,17 @@ Input readInput(koltx::ExtensionManager& manager, std::string const& path, kolt:
     return input;
 }
 
-// Step 2: mesh names that keep all their faces in the document and are safe in it.
+// Step 2: mesh names that keep all their faces in the document and are safe in it. The meshes
+// are renamed in place: the decoded file holds them no longer.
 std::size_t repairNames(std::vector<std::shared_ptr<koltx::Mesh>>& meshes) {
     std::vector<std::wstring> names;
+    names.reserve(meshes.size());
     for (auto const& mesh : meshes)
         names.push_back(mesh->getName());
     std::size_t const changed = MeshNameRepair::repair(names);
     for (std::size_t i = 0; i < meshes.size() && changed > 0; ++i)
         if (names[i] != meshes[i]->getName())
-            meshes[i] = MeshNameRepair::renamed(*meshes[i], names[i]);
+            meshes[i] = koltx::MeshBuilder::renamed(std::move(meshes[i]), std::move(names[i]));
     return changed;
 }
 
@@ -172,20 +175,25 @@ std::shared_ptr<koltx::Geometry> geometryOf(std::vector<std::shared_ptr<koltx::M
 }
 
 // Step 4: one initial shape; each OBJ object or the decoded geometry is a leaf of it. The whole
-// input is also the shape's own geometry, which the encoder falls back to ("errorFallback")
-// when the leaves cannot be prepared.
-std::shared_ptr<koltx::InitialShape> buildShape(Input const& input, std::string const& path) {
-    auto const whole = geometryOf(input.meshes);
+// OBJ input is also the shape's own geometry, which the encoder falls back to ("errorFallback")
+// when the leaves cannot be prepared; a decoded file's one leaf is its whole geometry already.
+// The meshes leave `input`: the decoded ones are handed over, so that each is freed as soon as
+// the encoder has prepared its copy.
+std::shared_ptr<koltx::InitialShape> buildShape(Input& input, std::string const& path) {
     std::vector<std::shared_ptr<koltx::Shape>> leaves;
+    std::shared_ptr<koltx::Geometry> fallback;
     if (input.fromCityGML) {
-        leaves.push_back(std::make_shared<koltx::Shape>(whole));
+        leaves.push_back(std::make_shared<koltx::Shape>(geometryOf(input.meshes)));
+        leaves.back()->handOver();
     } else {
+        fallback = geometryOf(input.meshes);
         for (auto const& mesh : input.meshes)
             leaves.push_back(std::make_shared<koltx::Shape>(geometryOf({mesh})));
     }
+    input.meshes.clear();
     return std::make_shared<koltx::InitialShape>(
         kolt::StringUtils::toUTF16(fs::path(path).filename().string()), input.attributes, leaves,
-        whole);
+        fallback);
 }
 
 // Step 5: the encoder's run. The host log is captured around it: when the encoder fails, the

@@ -1,28 +1,31 @@
 #include "MeshNameRepair.h"
 
-#include <koltx/Mesh.h>
-#include <koltx/MeshBuilder.h>
-
 #include "XmlSafe.h"
 #include "vocabulary/GmlGeometryTags.h"
 
 #include <cwctype>
-#include <map>
-#include <set>
+#include <deque>
+#include <functional>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace {
 
+// A step of a path; the views point into the given names or into the repair's own strings,
+// both of which outlive the repair.
 struct Step {
-    std::wstring tag;
-    std::wstring id;
+    std::wstring_view tag;
+    std::wstring_view id;
+    bool geometry = false;
 };
+
+using Steps = std::vector<Step>;
 
 // Components "tag[id]\" or "tag\" as the encoder reads them; the rest after the last
 // backslash plays no part.
-std::vector<Step> splitPath(std::wstring_view path) {
-    std::vector<Step> steps;
+void splitPath(std::wstring_view path, Steps& steps) {
+    steps.clear();
     std::size_t start = 0;
     for (;;) {
         auto const end = path.find(L'\\', start);
@@ -33,77 +36,147 @@ std::vector<Step> splitPath(std::wstring_view path) {
         std::wstring_view const text = path.substr(start, end - start);
         auto const bracket = text.find(L'[');
         if (bracket == std::wstring_view::npos)
-            steps.push_back({std::wstring(text), L""});
+            steps.push_back({text, std::wstring_view()});
         else
-            steps.push_back({std::wstring(text.substr(0, bracket)),
-                             std::wstring(text.substr(bracket + 1, text.size() - bracket - 2))});
+            steps.push_back(
+                {text.substr(0, bracket), text.substr(bracket + 1, text.size() - bracket - 2)});
         start = end + 1;
     }
-    return steps;
 }
 
-bool isGeometryTag(std::wstring const& tag) {
+bool isGeometryTag(std::wstring_view tag) {
     return isGmlGeometryTag(tag);
 }
 
+std::uint32_t const noNode = static_cast<std::uint32_t>(-1);
+
 // The document tree as far as the placement of meshes goes: ids, tags, where polygons are.
-struct Node {
-    std::wstring id;
-    std::wstring tag;
-    std::vector<std::unique_ptr<Node>> children;
-    // The first child of each id (the one the encoder finds), once there are many children;
-    // the views point into the children's own ids.
-    std::unordered_map<std::wstring_view, Node*> byId;
-    // Ids given to steps without one that met a sibling of another tag, by tag, so that the
-    // later steps of that element find it again.
-    std::map<std::wstring, std::wstring> aliases;
+// Nodes live in one array and are found by (parent, id) in one open-addressing table, so that
+// a tree of hundreds of thousands of nodes costs a few large blocks, not a heap block per node.
+class Tree {
+public:
+    Tree() : slots(1024) { nodes.push_back({}); }
 
-    static constexpr std::size_t indexFrom = 16;
+    static constexpr std::uint32_t root = 0;
 
-    Node* find(std::wstring const& childId) const {
-        if (children.size() < indexFrom) {
-            for (auto const& child : children)
-                if (child->id == childId)
-                    return child.get();
-            return nullptr;
-        }
-        auto const found = byId.find(childId);
-        return found == byId.end() ? nullptr : found->second;
+    std::wstring_view tag(std::uint32_t node) const { return nodes[node].tag; }
+    bool hasChildren(std::uint32_t node) const { return nodes[node].children > 0; }
+
+    // The first child of `parent` with exactly this id (the one the encoder finds).
+    std::uint32_t find(std::uint32_t parent, std::wstring_view id) const {
+        return slots[slotOf(parent, id)].value;
     }
-    Node* add(std::wstring const& childId, std::wstring const& childTag) {
-        children.push_back(std::make_unique<Node>());
-        Node* child = children.back().get();
-        child->id = childId;
-        child->tag = childTag;
-        if (children.size() == indexFrom) {
-            for (auto const& each : children)
-                byId.emplace(each->id, each.get());
-        } else if (children.size() > indexFrom) {
-            byId.emplace(child->id, child);
+    std::uint32_t add(std::uint32_t parent, std::wstring_view id, std::wstring_view tag) {
+        auto const node = static_cast<std::uint32_t>(nodes.size());
+        nodes.push_back({tag, 0});
+        ++nodes[parent].children;
+        claim(parent, id, node);
+        return node;
+    }
+    // Ids of geometries that have an element already, kept in the same table under a parent
+    // that no node has.
+    bool placed(std::wstring_view id) const { return find(placedMark, id) != noNode; }
+    void place(std::wstring_view id) { claim(placedMark, id, 0); }
+
+private:
+    struct Node {
+        std::wstring_view tag;
+        std::uint32_t children = 0;
+    };
+    struct Slot {
+        std::uint32_t parent = noNode;
+        std::uint32_t value = noNode;
+        std::wstring_view id;
+    };
+    static constexpr std::uint32_t placedMark = noNode - 1;
+
+    static std::size_t hashOf(std::uint32_t parent, std::wstring_view id) {
+        return std::hash<std::wstring_view>()(id) ^ (parent * std::size_t(0x9E3779B97F4A7C15ull));
+    }
+    // The slot that holds (parent, id), or the empty one where it would go.
+    std::size_t slotOf(std::uint32_t parent, std::wstring_view id) const {
+        std::size_t const mask = slots.size() - 1;
+        for (std::size_t i = hashOf(parent, id) & mask;; i = (i + 1) & mask) {
+            Slot const& slot = slots[i];
+            if (slot.value == noNode || (slot.parent == parent && slot.id == id))
+                return i;
         }
-        return child;
+    }
+    // Keeps the first value of a key.
+    void claim(std::uint32_t parent, std::wstring_view id, std::uint32_t value) {
+        if (2 * (used + 1) > slots.size())
+            grow();
+        Slot& slot = slots[slotOf(parent, id)];
+        if (slot.value != noNode)
+            return;
+        slot = {parent, value, id};
+        ++used;
+    }
+    void grow() {
+        std::vector<Slot> old(slots.size() * 2);
+        old.swap(slots);
+        for (Slot const& slot : old)
+            if (slot.value != noNode)
+                slots[slotOf(slot.parent, slot.id)] = slot;
+    }
+
+    std::vector<Node> nodes;
+    std::vector<Slot> slots;
+    std::size_t used = 0;
+};
+
+struct ViewPairHash {
+    std::size_t operator()(std::pair<std::uint32_t, std::wstring_view> const& key) const {
+        return std::hash<std::wstring_view>()(key.second) ^ key.first;
     }
 };
 
-std::size_t innermostGeometry(std::vector<Step> const& steps) {
+// What one repair run keeps between paths.
+struct Repair {
+    Tree tree;
+    // Ids given to steps without one that met a sibling of another tag, by parent and tag, so
+    // that the later steps of that element find it again.
+    std::unordered_map<std::pair<std::uint32_t, std::wstring_view>, std::wstring_view, ViewPairHash>
+        aliases;
+    // Strings made here; a deque keeps them in place while views point into them.
+    std::deque<std::wstring> strings;
+    // Ids of the form this repair makes that the names hold already.
+    std::unordered_set<std::wstring> usedIds;
+    std::size_t counter = 0;
+    std::vector<char> idless;
+
+    std::wstring_view keep(std::wstring text) {
+        strings.push_back(std::move(text));
+        return strings.back();
+    }
+    std::wstring_view freshId() {
+        std::wstring id;
+        do
+            id = L"gmlcodec_" + std::to_wstring(++counter);
+        while (usedIds.count(id) != 0);
+        return keep(std::move(id));
+    }
+};
+
+std::size_t innermostGeometry(Steps const& steps) {
     std::size_t found = steps.size();
     for (std::size_t i = 0; i < steps.size(); ++i)
-        if (isGeometryTag(steps[i].tag))
+        if (steps[i].geometry)
             found = i;
     return found;
 }
 
 // A property element (lower-case local name, such as "bldg:boundedBy" or "bldg:lod2Solid")
 // holds one object; a second one needs a property element of its own.
-bool isProperty(std::wstring const& tag) {
+bool isProperty(std::wstring_view tag) {
     auto const colon = tag.find(L':');
-    std::size_t const local = colon == std::wstring::npos ? 0 : colon + 1;
+    std::size_t const local = colon == std::wstring_view::npos ? 0 : colon + 1;
     return local < tag.size() && std::iswlower(static_cast<wint_t>(tag[local]));
 }
 
 std::size_t const noFix = static_cast<std::size_t>(-1);
 
-std::size_t shallowestWithoutId(std::vector<bool> const& idless, std::size_t from, std::size_t to) {
+std::size_t shallowestWithoutId(std::vector<char> const& idless, std::size_t from, std::size_t to) {
     for (std::size_t i = from; i <= to && i < idless.size(); ++i)
         if (idless[i])
             return i;
@@ -111,7 +184,7 @@ std::size_t shallowestWithoutId(std::vector<bool> const& idless, std::size_t fro
 }
 
 // The first step of the run of steps without id that ends at `i`; noFix if step `i` has one.
-std::size_t runWithoutId(std::vector<bool> const& idless, std::size_t i) {
+std::size_t runWithoutId(std::vector<char> const& idless, std::size_t i) {
     if (!idless[i])
         return noFix;
     while (i > 0 && idless[i - 1])
@@ -123,19 +196,16 @@ std::size_t runWithoutId(std::vector<bool> const& idless, std::size_t i) {
 // e.g. "bldg:Building[]\bldg:lod1Solid[]\gml:Solid[]\" after
 // "gen:GenericCityObject[]\gen:lod1Geometry[]\gml:MultiSurface[]\": the step takes the id its
 // element got before, or a new one ("bldg:Building[gmlcodec_1]\..."). Returns the node the
-// step reaches now, or null when the rest of the path makes new nodes anyway.
-template <typename FreshId>
-Node* foreignSibling(Node& node, Step& step, FreshId const& freshId, bool& changed) {
-    auto const alias = node.aliases.find(step.tag);
-    if (alias == node.aliases.end()) {
-        step.id = freshId();
-        node.aliases[step.tag] = step.id;
-        changed = true;
-        return nullptr;
+// step reaches now, or noNode when the rest of the path makes new nodes anyway.
+std::uint32_t foreignSibling(Repair& repair, std::uint32_t node, Step& step, bool& changed) {
+    changed = true;
+    auto const [alias, added] = repair.aliases.try_emplace({node, step.tag});
+    if (added) {
+        step.id = alias->second = repair.freshId();
+        return noNode;
     }
     step.id = alias->second;
-    changed = true;
-    return node.find(step.id);
+    return repair.tree.find(node, step.id);
 }
 
 // Rule "exact repeat": the path's innermost geometry exists already, so it would add no polygon,
@@ -144,10 +214,9 @@ Node* foreignSibling(Node& node, Step& step, FreshId const& freshId, bool& chang
 // ("bldg:lod2MultiSurface[gmlcodec_1]"); within a geometry aggregate
 // ("gml:Solid[s]\gml:CompositeSurface[]\" twice) the repeated member becomes a member of its
 // own; failing both, the shallowest step without id is split off.
-std::size_t exactRepeat(std::vector<Step> const& steps, std::vector<bool> const& idless,
-                        std::size_t geometry) {
+std::size_t exactRepeat(Steps const& steps, std::vector<char> const& idless, std::size_t geometry) {
     std::size_t outer = geometry;
-    while (outer > 0 && isGeometryTag(steps[outer - 1].tag))
+    while (outer > 0 && steps[outer - 1].geometry)
         --outer;
     std::size_t fix = shallowestWithoutId(idless, outer + 1, geometry);
     if (fix == noFix)
@@ -159,59 +228,63 @@ std::size_t exactRepeat(std::vector<Step> const& steps, std::vector<bool> const&
 // one into it, e.g. "bldg:Building[b]\bldg:boundedBy[]\bldg:RoofSurface[r]\..." after
 // "bldg:Building[b]\bldg:boundedBy[]\bldg:WallSurface[w]\...", is split off at the first step
 // of the run without id that leads to it ("bldg:boundedBy[gmlcodec_1]").
-bool secondObject(std::vector<Step> const& steps, std::vector<bool> const& idless,
-                  Node const& child, std::size_t i) {
+bool secondObject(Tree const& tree, Steps const& steps, std::vector<char> const& idless,
+                  std::uint32_t child, std::size_t i) {
     bool const property =
         isProperty(steps[i].tag) || (i + 1 < steps.size() && steps[i + 1].tag == steps[i].tag);
-    if (!property || !idless[i] || i + 1 >= steps.size() || child.children.empty())
+    if (!property || !idless[i] || i + 1 >= steps.size() || !tree.hasChildren(child))
         return false;
-    Node const* next = child.find(steps[i + 1].id);
-    return next == nullptr || next->tag != steps[i + 1].tag;
+    std::uint32_t const next = tree.find(child, steps[i + 1].id);
+    return next == noNode || tree.tag(next) != steps[i + 1].tag;
 }
 
 // Rule "safe for XML": ids and tags are written into the document as they stand, so an id is
 // escaped like text and a tag made a valid element name, e.g. "bldg:Building[a&b]\" becomes
 // "bldg:Building[a&amp;b]\" and "my tag[x]\" becomes "my_tag[x]\". True if a step changed.
-bool safeForXml(std::vector<Step>& steps) {
+bool safeForXml(Repair& repair, Steps& steps) {
     bool changed = false;
     for (auto& step : steps) {
-        std::wstring id = XmlSafe::text(step.id);
-        std::wstring tag = XmlSafe::name(step.tag);
-        changed = changed || id != step.id || tag != step.tag;
-        step.id = std::move(id);
-        step.tag = std::move(tag);
+        if (!XmlSafe::isText(step.id)) {
+            step.id = repair.keep(XmlSafe::text(step.id));
+            changed = true;
+        }
+        if (!XmlSafe::isName(step.tag)) {
+            step.tag = repair.keep(XmlSafe::name(step.tag));
+            changed = true;
+        }
     }
     return changed;
 }
 
 // Walks `steps` as the encoder would and applies the rules above where the path meets a node
 // that another mesh made; true if any step changed.
-template <typename FreshId>
-bool placePath(Node& root, std::vector<Step>& steps, FreshId const& freshId) {
+bool placePath(Repair& repair, Steps& steps) {
     std::size_t const geometry = innermostGeometry(steps);
     if (geometry == steps.size())
         return false; // no polygons anyway
     // Whether each step came without an id; ids given here don't change that.
-    std::vector<bool> idless;
+    auto& idless = repair.idless;
+    idless.clear();
     for (auto const& step : steps)
         idless.push_back(step.id.empty());
     bool changed = false;
     auto split = [&](std::size_t at) {
         if (at == noFix)
             return changed;
-        steps[at].id = freshId();
+        steps[at].id = repair.freshId();
         return changed = true;
     };
-    Node* node = &root;
+    Tree const& tree = repair.tree;
+    std::uint32_t node = Tree::root;
     for (std::size_t i = 0; i < steps.size(); ++i) {
-        Node* child = node->find(steps[i].id);
-        if (child != nullptr && child->tag != steps[i].tag && steps[i].id.empty())
-            child = foreignSibling(*node, steps[i], freshId, changed);
-        if (child == nullptr || child->tag != steps[i].tag)
+        std::uint32_t child = tree.find(node, steps[i].id);
+        if (child != noNode && tree.tag(child) != steps[i].tag && steps[i].id.empty())
+            child = foreignSibling(repair, node, steps[i], changed);
+        if (child == noNode || tree.tag(child) != steps[i].tag)
             return changed;
         if (i == geometry)
             return split(exactRepeat(steps, idless, geometry));
-        if (secondObject(steps, idless, *child, i))
+        if (secondObject(tree, steps, idless, child, i))
             return split(runWithoutId(idless, i));
         node = child;
     }
@@ -221,131 +294,96 @@ bool placePath(Node& root, std::vector<Step>& steps, FreshId const& freshId) {
 // A geometry that several features share by reference comes once per feature; each copy that
 // makes a new element needs an id of its own, as ids are unique in a document. True if any
 // step changed.
-template <typename FreshId>
-bool distinctGeometryIds(Node& root, std::vector<Step>& steps, std::set<std::wstring> const& placed,
-                         FreshId const& freshId) {
-    Node* node = &root;
+bool distinctGeometryIds(Repair& repair, Steps& steps) {
+    std::uint32_t node = Tree::root;
     std::size_t i = 0;
     for (; i < steps.size(); ++i) {
-        Node* child = node->find(steps[i].id);
-        if (child == nullptr)
+        std::uint32_t const child = repair.tree.find(node, steps[i].id);
+        if (child == noNode)
             break;
         node = child;
     }
     bool changed = false;
     for (; i < steps.size(); ++i) {
-        if (!steps[i].id.empty() && isGeometryTag(steps[i].tag) && placed.count(steps[i].id)) {
-            steps[i].id += L"_" + freshId();
+        if (!steps[i].id.empty() && steps[i].geometry && repair.tree.placed(steps[i].id)) {
+            std::wstring id(steps[i].id);
+            steps[i].id = repair.keep(id + L"_" + std::wstring(repair.freshId()));
             changed = true;
         }
     }
     return changed;
 }
 
-void insert(Node& root, std::vector<Step> const& steps, std::set<std::wstring>& placed) {
-    Node* node = &root;
+void insert(Tree& tree, Steps const& steps) {
+    std::uint32_t node = Tree::root;
     for (auto const& step : steps) {
-        Node* child = node->find(step.id);
-        if (child == nullptr) {
-            child = node->add(step.id, step.tag);
-            if (!step.id.empty() && isGeometryTag(step.tag))
-                placed.insert(step.id);
+        std::uint32_t child = tree.find(node, step.id);
+        if (child == noNode) {
+            child = tree.add(node, step.id, step.tag);
+            if (!step.id.empty() && step.geometry)
+                tree.place(step.id);
         }
         node = child;
     }
 }
 
-std::wstring join(std::vector<Step> const& steps) {
-    std::wstring path;
+std::wstring join(Steps const& steps) {
+    std::size_t size = 0;
     for (auto const& step : steps)
-        path += step.tag + L"[" + step.id + L"]\\";
+        size += step.tag.size() + step.id.size() + 3;
+    std::wstring path;
+    path.reserve(size);
+    for (auto const& step : steps) {
+        path += step.tag;
+        path += L'[';
+        path += step.id;
+        path += L"]\\";
+    }
     return path;
 }
 
 } // namespace
 
 std::size_t MeshNameRepair::repair(std::vector<std::wstring>& names) {
-    std::set<std::wstring> usedIds;
-    std::vector<std::vector<Step>> paths;
-    paths.reserve(names.size());
+    Repair repair;
+    Steps steps;
+    // Only ids of the form this repair makes can collide with the ones it makes.
     for (auto const& name : names) {
-        paths.push_back(splitPath(name));
-        // Only ids of the form this repair makes can collide with the ones it makes.
-        for (auto const& step : paths.back())
-            if (step.id.rfind(L"gmlcodec_", 0) == 0)
-                usedIds.insert(step.id);
+        if (name.find(L"[gmlcodec_") == std::wstring::npos)
+            continue;
+        splitPath(name, steps);
+        for (auto const& step : steps)
+            if (step.id.substr(0, 9) == L"gmlcodec_")
+                repair.usedIds.emplace(step.id);
     }
-    std::size_t counter = 0;
-    auto freshId = [&] {
-        std::wstring id;
-        do
-            id = L"gmlcodec_" + std::to_wstring(++counter);
-        while (usedIds.count(id) != 0);
-        usedIds.insert(id);
-        return id;
-    };
 
-    Node root;
-    std::set<std::wstring> placedGeometries;
-    std::size_t changed = 0;
+    // The names stay as given until the end: the tree holds views of them.
+    std::vector<std::pair<std::size_t, std::wstring>> renamed;
     for (std::size_t m = 0; m < names.size(); ++m) {
-        auto& steps = paths[m];
+        std::wstring_view const name = names[m];
+        splitPath(name, steps);
         if (steps.empty())
             continue; // not a mesh path: the encoder gives it a default one
-        bool renamedHere = safeForXml(steps);
+        bool renamedHere = safeForXml(repair, steps);
+        for (auto& step : steps)
+            step.geometry = isGeometryTag(step.tag);
         // Rule "no geometry": a path without a geometry step would give no polygons, so an
         // unterminated one is closed ("bldg:Building[b]\\gml:Solid" becomes
         // "bldg:Building[b]\\gml:Solid[]\\") or a surface is added for the faces.
         if (innermostGeometry(steps) == steps.size()) {
-            std::wstring const& name = names[m];
-            std::wstring const rest = name.substr(name.rfind(L'\\') + 1);
-            steps.push_back({isGeometryTag(rest) ? rest : L"gml:MultiSurface", L""});
+            std::wstring_view const rest = name.substr(name.rfind(L'\\') + 1);
+            steps.push_back({isGeometryTag(rest) ? rest : L"gml:MultiSurface", L"", true});
             renamedHere = true;
         }
-        if (placePath(root, steps, freshId))
+        if (placePath(repair, steps))
             renamedHere = true;
-        if (distinctGeometryIds(root, steps, placedGeometries, freshId))
+        if (distinctGeometryIds(repair, steps))
             renamedHere = true;
-        if (renamedHere) {
-            names[m] = join(steps);
-            ++changed;
-        }
-        insert(root, steps, placedGeometries);
+        if (renamedHere)
+            renamed.emplace_back(m, join(steps));
+        insert(repair.tree, steps);
     }
-    return changed;
-}
-
-std::shared_ptr<koltx::Mesh> MeshNameRepair::renamed(koltx::Mesh const& mesh,
-                                                     std::wstring const& name) {
-    koltx::MeshBuilder builder;
-    builder.setName(name);
-    auto const& coords = mesh.getVertexCoords();
-    builder.reserve(mesh.getVertexCount(), mesh.getFaceCount(), mesh.getVertexIndices().size());
-    for (std::size_t v = 0; v + 2 < coords.size(); v += 3)
-        builder.addVertexCoords(&coords[v]);
-    for (auto const& material : mesh.getMaterials())
-        builder.addMaterial(material);
-    for (std::uint32_t set = 0; set < mesh.getUVSetCount(); ++set) {
-        auto const& uvs = mesh.getUVCoords(set);
-        for (std::size_t t = 0; t + 1 < uvs.size(); t += 2)
-            builder.addUVCoords(set, &uvs[t]);
-    }
-    auto const& materials = mesh.getFaceMaterialIndices();
-    for (std::uint32_t f = 0; f < mesh.getFaceCount(); ++f) {
-        std::uint32_t const face = builder.addFace();
-        std::uint32_t const* indices = mesh.getFaceVertexIndices(f);
-        for (std::uint32_t k = 0; k < mesh.getFaceVertexCount(f); ++k)
-            builder.addFaceVertexIndex(face, indices[k]);
-        for (std::uint32_t set = 0; set < mesh.getUVSetCount(); ++set) {
-            std::uint32_t const* uv = mesh.getFaceUVIndices(f, set);
-            for (std::uint32_t k = 0; k < mesh.getFaceUVCount(f, set); ++k)
-                builder.addFaceUVIndex(face, set, uv[k]);
-        }
-        std::uint32_t const* holes = mesh.getFaceHoleIndices(f);
-        for (std::uint32_t k = 0; k < mesh.getFaceHoleCount(f); ++k)
-            builder.addFaceHoleIndex(face, holes[k]);
-        if (f < materials.size())
-            builder.setFaceMaterialIndex(face, materials[f]);
-    }
-    return builder.createSharedAndReset(nullptr);
+    for (auto& [m, name] : renamed)
+        names[m] = std::move(name);
+    return renamed.size();
 }

@@ -1,13 +1,8 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
 #include <string>
 #include <vector>
-
-namespace koltx {
-class Mesh;
-}
 
 // The encoder finds a mesh's place by the ids in its path alone, so that steps without an id
 // fall into the first sibling without one. Paths of features without gml:id (and of surfaces
@@ -19,7 +14,4 @@ class MeshNameRepair {
 public:
     // Renames in place; returns how many names changed.
     static std::size_t repair(std::vector<std::wstring>& names);
-
-    // A copy of `mesh` under another name.
-    static std::shared_ptr<koltx::Mesh> renamed(koltx::Mesh const& mesh, std::wstring const& name);
 };

@@ -28,7 +28,31 @@ std::wstring ncName(std::wstring_view text) {
     return out;
 }
 
+bool isNcName(std::wstring_view text) {
+    if (text.empty() || !nameStart(text[0]))
+        return false;
+    for (wchar_t c : text)
+        if (!nameChar(c))
+            return false;
+    return true;
+}
+
 } // namespace
+
+bool XmlSafe::isText(std::wstring_view value) {
+    for (wchar_t c : value)
+        if (c == L'&' || c == L'<' || c == L'>' || c == L'"' || c == L'\'' || c == L'\t' ||
+            c == L'\n' || c == L'\r' || !allowedInXml(c))
+            return false;
+    return true;
+}
+
+bool XmlSafe::isName(std::wstring_view tag) {
+    auto const colon = tag.find(L':');
+    if (colon == std::wstring_view::npos)
+        return isNcName(tag);
+    return isNcName(tag.substr(0, colon)) && isNcName(tag.substr(colon + 1));
+}
 
 std::wstring XmlSafe::text(std::wstring_view value) {
     std::wstring out;

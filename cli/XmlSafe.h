@@ -17,4 +17,7 @@ public:
     static std::wstring attributeName(std::wstring_view name);
     // A mesh path step's tag made a valid element name: characters a name cannot hold become "_".
     static std::wstring name(std::wstring_view tag);
+    // True if text() and name() would give the string back unchanged; they cost no allocation.
+    static bool isText(std::wstring_view value);
+    static bool isName(std::wstring_view tag);
 };

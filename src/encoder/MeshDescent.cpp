@@ -17,7 +17,7 @@ namespace {
 std::shared_ptr<gml::CityElementNode> findChild(gml::CityElementNode const& parent,
                                                 std::wstring_view id) {
     for (auto const& child : parent.children)
-        if (child->id == id)
+        if (child->hasId(id))
             return child;
     return nullptr;
 }
@@ -39,10 +39,10 @@ void addPolygons(CityModelDocument& document, gml::CityElementNode& node, std::w
 
     auto const& faceMaterials = mesh->getFaceMaterialIndices();
     auto const faceCount = static_cast<std::int32_t>(mesh->getFaceCount());
+    node.children.reserve(node.children.size() + mesh->getFaceCount());
     for (std::int32_t f = 0; f < faceCount; ++f) {
         auto const face = static_cast<std::uint32_t>(f);
-        std::wstring const identifier = gml::newUuidString();
-        auto polygon = std::make_shared<gml::PolygonNode>(mesh, identifier, face, tag);
+        auto polygon = std::make_shared<gml::PolygonNode>(mesh, gml::newUuid(), face, tag);
         node.addChild(polygon);
         // The host keeps every face's material index within the mesh's materials.
         std::uint32_t const materialIndex = face < faceMaterials.size() ? faceMaterials[face] : 0;
@@ -50,7 +50,7 @@ void addPolygons(CityModelDocument& document, gml::CityElementNode& node, std::w
             continue;
         auto const& member = members[materialIndex];
         if (member)
-            member->addTarget(polygon->polygonId(), polygon->ringId, mesh, face);
+            member->addTarget(polygon);
     }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "gml/PolygonNode.h"
+
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -23,6 +25,10 @@ public:
     virtual bool matches(std::shared_ptr<koltx::Material> const& material) const = 0;
     virtual void addTarget(std::wstring const& polygonId, std::wstring const& ringId,
                            std::shared_ptr<koltx::Mesh> const& mesh, std::uint32_t faceIndex) = 0;
+    // The same for a polygon of the document tree, which holds its ids in its own form.
+    virtual void addTarget(std::shared_ptr<PolygonNode const> const& polygon) {
+        addTarget(polygon->polygonId(), polygon->ringId(), polygon->mesh, polygon->faceIndex);
+    }
     virtual void write(XmlWriter& writer) = 0;
 
     std::wstring name;

@@ -74,6 +74,11 @@ void BasicMaterialAppearanceMemberNode::addTarget(std::wstring const& polygonId,
     targets.insert(polygonId);
 }
 
+void BasicMaterialAppearanceMemberNode::addTarget(
+    std::shared_ptr<PolygonNode const> const& polygon) {
+    targets.insert(polygon->polygonId());
+}
+
 void BasicMaterialAppearanceMemberNode::write(XmlWriter& writer) {
     writer.startElement(writer.version < 3 ? L"app:surfaceDataMember" : L"app:surfaceData");
     writer.startElement(L"app:X3DMaterial");

@@ -16,6 +16,7 @@ public:
     // Only the polygon id is kept; each id stands once.
     void addTarget(std::wstring const& polygonId, std::wstring const& ringId,
                    std::shared_ptr<koltx::Mesh> const& mesh, std::uint32_t faceIndex) override;
+    void addTarget(std::shared_ptr<PolygonNode const> const& polygon) override;
     void write(XmlWriter& writer) override;
 
     std::vector<double> diffuseColor;

@@ -19,7 +19,7 @@ void CityElementNode::write(XmlWriter& writer) {
     bool const unknown = tag == unknownTag;
     if (!unknown) {
         if (writesOwnTag())
-            writer.startElement(tag, writeId ? id : std::wstring());
+            writer.startElement(tag, writeId ? std::wstring_view(id) : std::wstring_view());
         if (isReliefComponent(writer))
             writer.writeTextElement(L"dem:lod", L"0");
     }
@@ -50,6 +50,14 @@ bool CityElementNode::writesOwnTag() const {
     return true;
 }
 
+bool CityElementNode::hasId(std::wstring_view childId) const {
+    return id.size() == childId.size() && id == childId;
+}
+
+std::wstring CityElementNode::identifier() const {
+    return id;
+}
+
 void CityElementNode::addChild(std::shared_ptr<CityElementNode> child) {
     if (child)
         children.push_back(std::move(child));
@@ -57,7 +65,7 @@ void CityElementNode::addChild(std::shared_ptr<CityElementNode> child) {
 
 std::shared_ptr<CityElementNode> CityElementNode::findChild(std::wstring_view childId) const {
     for (auto const& child : children) {
-        if (child->id.size() == childId.size() && child->id == childId)
+        if (child->hasId(childId))
             return child;
     }
     return nullptr;

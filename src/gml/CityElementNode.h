@@ -23,6 +23,10 @@ public:
     virtual void writeContent(XmlWriter& writer);
     virtual bool isReliefComponent(XmlWriter& writer) const;
     virtual bool writesOwnTag() const;
+    // Whether the node's id is exactly `childId`.
+    virtual bool hasId(std::wstring_view childId) const;
+    // The node's id as text, also where the node keeps it in another form.
+    virtual std::wstring identifier() const;
 
     // Appends a non-null child.
     void addChild(std::shared_ptr<CityElementNode> child);

@@ -5,7 +5,9 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <mutex>
 #include <new>
 
@@ -48,12 +50,16 @@ public:
             page->remaining = 0;
             owner = getpid();
         }
-        for (std::size_t i = 0; i < count; ++i) {
+        while (count > 0) {
             if (page->remaining == 0) {
                 provider.get_random_bytes(page->bytes, sizeof page->bytes);
                 page->remaining = sizeof page->bytes;
             }
-            out[i] = page->bytes[sizeof page->bytes - page->remaining--];
+            std::size_t const take = std::min(count, page->remaining);
+            std::memcpy(out, page->bytes + sizeof page->bytes - page->remaining, take);
+            page->remaining -= take;
+            out += take;
+            count -= take;
         }
     }
 
@@ -80,23 +86,56 @@ constexpr char hexDigits[] = "0123456789abcdef";
 
 } // namespace
 
-std::wstring newUuidString() {
+UuidBytes newUuid() {
     std::lock_guard<std::mutex> lock(randomSource.mutex);
-    std::wstring result;
-    unsigned char bytes[16];
-    while (result.empty() || !(result[0] >= L'a' && result[0] <= L'f')) {
-        randomSource.draw(bytes, sizeof bytes);
+    UuidBytes bytes;
+    // The text must start with a letter to serve as a gml:id.
+    do {
+        randomSource.draw(bytes.data(), bytes.size());
         bytes[6] = static_cast<unsigned char>((bytes[6] & 0x0F) | 0x40);
         bytes[8] = static_cast<unsigned char>((bytes[8] & 0x3F) | 0x80);
-        result.clear();
-        result.reserve(36);
-        for (std::size_t i = 0; i < sizeof bytes; ++i) {
-            result += static_cast<wchar_t>(hexDigits[bytes[i] >> 4]);
-            result += static_cast<wchar_t>(hexDigits[bytes[i] & 0x0F]);
-            if (i == 3 || i == 5 || i == 7 || i == 9)
-                result += L'-';
-        }
+    } while ((bytes[0] >> 4) < 10);
+    return bytes;
+}
+
+void appendUuid(std::wstring& out, UuidBytes const& bytes) {
+    std::size_t at = out.size();
+    out.resize(at + uuidTextLength);
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        out[at++] = static_cast<wchar_t>(hexDigits[bytes[i] >> 4]);
+        out[at++] = static_cast<wchar_t>(hexDigits[bytes[i] & 0x0F]);
+        if (i == 3 || i == 5 || i == 7 || i == 9)
+            out[at++] = L'-';
     }
+}
+
+bool parseUuid(std::wstring_view text, UuidBytes& bytes) {
+    if (text.size() != uuidTextLength)
+        return false;
+    auto const digit = [](wchar_t c) {
+        if (c >= L'0' && c <= L'9')
+            return c - L'0';
+        if (c >= L'a' && c <= L'f')
+            return c - L'a' + 10;
+        return -1;
+    };
+    std::size_t at = 0;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        int const high = digit(text[at++]);
+        int const low = digit(text[at++]);
+        if (high < 0 || low < 0)
+            return false;
+        bytes[i] = static_cast<unsigned char>(high << 4 | low);
+        if ((i == 3 || i == 5 || i == 7 || i == 9) && text[at++] != L'-')
+            return false;
+    }
+    return true;
+}
+
+std::wstring newUuidString() {
+    std::wstring result;
+    result.reserve(uuidTextLength);
+    appendUuid(result, newUuid());
     return result;
 }
 

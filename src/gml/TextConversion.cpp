@@ -34,17 +34,19 @@ std::string toUtf8(std::wstring const& text) {
 }
 
 void appendUtf8(std::string& out, std::wstring_view text) {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        wchar_t const unit = text[i];
-        if (unit == 0)
-            return;
-        if (unit < 0 || unit >= 0x80) {
-            // The rest starts after ASCII, so no surrogate pair is cut.
-            out += toUtf8(std::wstring(text.substr(i)));
-            return;
-        }
-        out += static_cast<char>(unit);
-    }
+    // The ASCII head is copied in one pass: tags and ids are nearly always all of the text.
+    std::size_t ascii = 0;
+    while (ascii < text.size() && text[ascii] > 0 && text[ascii] < 0x80)
+        ++ascii;
+    std::size_t const start = out.size();
+    out.resize(start + ascii);
+    char* target = out.data() + start;
+    for (std::size_t i = 0; i < ascii; ++i)
+        target[i] = static_cast<char>(text[i]);
+    if (ascii == text.size() || text[ascii] == 0)
+        return;
+    // The rest starts after ASCII, so no surrogate pair is cut.
+    out += toUtf8(std::wstring(text.substr(ascii)));
 }
 
 } // namespace gml

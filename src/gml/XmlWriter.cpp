@@ -28,30 +28,51 @@ void XmlWriter::flushLine() {
     stream.write(line.data(), static_cast<std::streamsize>(line.size()));
 }
 
-void XmlWriter::appendAttributes(std::string& out, AttributeTable const& attributes) const {
-    for (auto const& [name, value] : attributes) {
-        out += ' ';
-        appendUtf8(out, name);
-        out += "=\"";
-        appendUtf8(out, value);
-        out += '"';
-    }
+void XmlWriter::appendOpenName() {
+    line.append(openNames, openTags.back(), std::string::npos);
 }
 
-void XmlWriter::startElement(std::wstring_view tag, std::wstring_view id,
-                             AttributeTable const& attributes) {
+void XmlWriter::appendAttribute(std::string& out, std::wstring_view name,
+                                std::wstring_view value) const {
+    out += ' ';
+    appendUtf8(out, name);
+    out += "=\"";
+    appendUtf8(out, value);
+    out += '"';
+}
+
+void XmlWriter::appendAttributes(std::string& out, AttributeTable const& attributes) const {
+    for (auto const& [name, value] : attributes)
+        appendAttribute(out, name, value);
+}
+
+void XmlWriter::openStartTag(std::wstring_view tag, std::wstring_view id) {
     ++depth;
     beginLine();
     line += '<';
     const std::size_t nameStart = line.size();
     appendUtf8(line, tag);
-    openTags.emplace_back(line, nameStart);
+    openTags.push_back(openNames.size());
+    openNames.append(line, nameStart, std::string::npos);
     if (!id.empty()) {
         line += " gml:id=\"";
         appendUtf8(line, id);
         line += '"';
     }
+}
+
+void XmlWriter::startElement(std::wstring_view tag, std::wstring_view id,
+                             AttributeTable const& attributes) {
+    openStartTag(tag, id);
     appendAttributes(line, attributes);
+    line += ">\n";
+    flushLine();
+}
+
+void XmlWriter::startElement(std::wstring_view tag, std::wstring_view id,
+                             std::wstring_view attributeName, std::wstring_view attributeValue) {
+    openStartTag(tag, id);
+    appendAttribute(line, attributeName, attributeValue);
     line += ">\n";
     flushLine();
 }
@@ -62,9 +83,10 @@ void XmlWriter::endElement() {
         throw std::logic_error("XML end tag without an open element.");
     beginLine();
     line += "</";
-    line += openTags.back();
+    appendOpenName();
     line += ">\n";
     flushLine();
+    openNames.resize(openTags.back());
     openTags.pop_back();
     --depth;
 }
@@ -117,11 +139,31 @@ void XmlWriter::writeCoordinatesElement(std::wstring_view tag, std::vector<doubl
     appendUtf8(line, tag);
     const std::size_t nameEnd = line.size();
     appendAttributes(line, attributes);
+    finishCoordinatesElement(nameStart, nameEnd, values.data(), values.size(), closingCount);
+}
+
+void XmlWriter::writeCoordinatesElement(std::wstring_view tag, double const* values,
+                                        std::size_t count, std::size_t closingCount,
+                                        std::wstring_view attributeName,
+                                        std::wstring_view attributeValue) {
+    beginLine();
+    line += '<';
+    const std::size_t nameStart = line.size();
+    appendUtf8(line, tag);
+    const std::size_t nameEnd = line.size();
+    if (!attributeName.empty())
+        appendAttribute(line, attributeName, attributeValue);
+    finishCoordinatesElement(nameStart, nameEnd, values, count, closingCount);
+}
+
+void XmlWriter::finishCoordinatesElement(std::size_t nameStart, std::size_t nameEnd,
+                                         double const* values, std::size_t count,
+                                         std::size_t closingCount) {
     line += ">\n";
     line.append(depth, ' ');
     flushLine();
-    writeCoordinates(values);
-    writeCoordinates(values.data(), std::min(closingCount, values.size()));
+    writeCoordinates(values, count);
+    writeCoordinates(values, std::min(closingCount, count));
     // The head is not needed any more: the tail reuses its name.
     line.erase(0, nameStart);
     line.resize(nameEnd - nameStart);

@@ -165,10 +165,11 @@ encodeToText(std::vector<std::shared_ptr<koltx::InitialShape const>> const& shap
 // with their face and surface tag.
 inline std::string describe(std::shared_ptr<gml::CityElementNode> const& node, int depth = 0) {
     std::string line = std::string(2 * depth, ' ') + kolt::StringUtils::toUTF8(node->tag) + "[" +
-                       kolt::StringUtils::toUTF8(node->id) + "]" + (node->writeId ? "*" : "");
+                       kolt::StringUtils::toUTF8(node->identifier()) + "]" +
+                       (node->writeId ? "*" : "");
     if (auto polygon = std::dynamic_pointer_cast<gml::PolygonNode>(node))
         line += " polygon " + std::to_string(polygon->faceIndex) + " " +
-                kolt::StringUtils::toUTF8(polygon->surfaceTag);
+                kolt::StringUtils::toUTF8(std::wstring(polygon->surfaceTag()));
     else if (std::dynamic_pointer_cast<gml::GeometryNode>(node))
         line += " geometry";
     else if (std::dynamic_pointer_cast<gml::BuildingTypeNode>(node))

@@ -74,20 +74,23 @@ TEST(PolygonNode, IdsByFormAndBrokenNodesFail) {
     PolygonNode polygon(quad, gmltest::referenceId, 0, L"gml:MultiSurface");
     std::wstring const prefix = gmltest::referenceId + L"_poly0";
     EXPECT_EQ(polygon.polygonId(), prefix);
-    ASSERT_EQ(polygon.ringId.compare(0, prefix.size() + 1, prefix + L"."), 0);
-    EXPECT_TRUE(isIdentifier(polygon.ringId.substr(prefix.size() + 1)));
+    ASSERT_EQ(polygon.ringId().compare(0, prefix.size() + 1, prefix + L"."), 0);
+    EXPECT_TRUE(isIdentifier(polygon.ringId().substr(prefix.size() + 1)));
     // Patches and triangles have no id of their own; their ring is a fresh identifier.
     for (auto const* tag : {L"gml:Surface", L"gml:TriangulatedSurface"}) {
         PolygonNode patch(quad, gmltest::referenceId, 0, tag);
         EXPECT_EQ(patch.polygonId(), L"");
-        EXPECT_TRUE(isIdentifier(patch.ringId));
+        EXPECT_TRUE(isIdentifier(patch.ringId()));
     }
     EXPECT_FALSE(PolygonNode(quad, L"a", 0, L"gml:OrientableSurface").isOrientableSurface());
     // Two nodes of the same face never share an id.
-    PolygonNode again(quad, gml::newUuidString(), 0, L"gml:MultiSurface");
+    std::wstring const fresh = gml::newUuidString();
+    PolygonNode again(quad, fresh, 0, L"gml:MultiSurface");
+    // An id held as bytes is found by its text, and an empty id finds no polygon.
+    EXPECT_TRUE(again.hasId(fresh) && !again.hasId(L"") && again.polygonId().find(fresh) == 0);
     PolygonNode other(quad, gml::newUuidString(), 0, L"gml:MultiSurface");
     EXPECT_NE(again.polygonId(), other.polygonId());
-    EXPECT_NE(again.ringId, other.ringId);
+    EXPECT_NE(again.ringId(), other.ringId());
 
     auto const orientable = GeometryNode(L"o", true, L"gml:OrientableSurface", quad);
     EXPECT_TRUE(orientable.isOrientableSurface());

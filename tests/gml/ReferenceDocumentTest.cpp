@@ -50,7 +50,7 @@ protected:
             auto polygon = std::make_shared<PolygonNode>(mesh, nextId(), face,
                                                          surfaceTag.empty() ? tag : surfaceTag);
             if (member)
-                member->addTarget(polygon->polygonId(), polygon->ringId, mesh, face);
+                member->addTarget(polygon->polygonId(), polygon->ringId(), mesh, face);
             node->addChild(polygon);
         }
         parent->addChild(node);

@@ -154,3 +154,24 @@ TEST(Mesh, InconsistentInputIsRefusedWithTheFaceNamed) {
         },
         "is a hole twice");
 }
+
+// A mesh held once is renamed and emptied where it is; one held twice is copied, the other holder
+// keeping its name and arrays.
+TEST(Mesh, RenamedAndTakenInPlaceOnlyWhenHeldOnce) {
+    MeshBuilder builder;
+    builder.setName(L"a");
+    uint32_t const face = builder.addFace();
+    for (int i = 0; i < 3; ++i)
+        builder.addFaceVertexIndex(face, addPoint(builder, i, 1 - i, 0));
+    auto mesh = builder.createSharedAndReset(nullptr);
+    koltx::Mesh const* const first = mesh.get();
+    mesh = MeshBuilder::renamed(std::move(mesh), L"b");
+    EXPECT_TRUE(mesh.get() == first && mesh->getName() == L"b");
+    auto kept = mesh;
+    auto const copy = MeshBuilder::renamed(kept, L"c");
+    EXPECT_TRUE(copy.get() != first && copy->getName() == L"c" && mesh->getName() == L"b");
+    EXPECT_EQ(9u, MeshBuilder::takeArrays(kept).coords.size());
+    EXPECT_TRUE(!kept && mesh->getVertexCount() == 3u);
+    EXPECT_EQ(9u, MeshBuilder::takeArrays(mesh).coords.size());
+    EXPECT_TRUE(!mesh && first != nullptr);
+}

@@ -46,6 +46,13 @@ public:
     // nothing is currently appended to it.
     std::shared_ptr<Mesh> createSharedAndReset(std::wstring* warnings);
 
+    // `mesh` under another name. A mesh that nobody else holds is renamed where it is, so that
+    // renaming copies no vertex data; a shared one is copied array by array.
+    static std::shared_ptr<Mesh> renamed(std::shared_ptr<Mesh> mesh, std::wstring name);
+    // The arrays of `mesh`, which is emptied. A mesh that nobody else holds gives its arrays
+    // up without a copy; a shared one is copied.
+    static MeshArrays takeArrays(std::shared_ptr<Mesh>& mesh);
+
 private:
     struct UVSet {
         std::vector<double> coords;

@@ -28,7 +28,14 @@ public:
     // May be null.
     ReportsPtr const& getReports() const { return reports; }
 
+    // Makes the geometry the encoder's alone: the preparator takes it when the leaf is added
+    // (the leaf is left without one), so that the meshes are freed as soon as they are prepared.
+    void handOver() { handedOver = true; }
+    // The geometry, taken from a handed-over leaf and shared from any other.
+    std::shared_ptr<Geometry> takeGeometry();
+
 private:
+    bool handedOver = false;
     std::shared_ptr<Geometry> geometry;
     Transform transform;
     ReportsPtr reports;

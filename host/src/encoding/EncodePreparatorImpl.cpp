@@ -136,7 +136,7 @@ void EncodePreparatorImpl::addLeafShape(kolt::Cache*, std::shared_ptr<Shape> con
             kolt::AttributeMapBuilder::createFromAttributeMap(initialShapeAttributes));
         pendingAttributes = KOLTUtils::share(copy->createAttributeMap());
     }
-    add(leaf->getGeometry(), leaf->getTransform(), reports ? reports : leaf->getReports());
+    add(leaf->takeGeometry(), leaf->getTransform(), reports ? reports : leaf->getReports());
 }
 
 std::shared_ptr<Mesh> EncodePreparatorImpl::finish(MeshData& data,
@@ -158,7 +158,7 @@ std::shared_ptr<Mesh> EncodePreparatorImpl::finish(MeshData& data,
     return data.toMesh();
 }
 
-std::shared_ptr<Mesh> EncodePreparatorImpl::prepare(std::shared_ptr<Mesh> const& mesh,
+std::shared_ptr<Mesh> EncodePreparatorImpl::prepare(std::shared_ptr<Mesh> mesh,
                                                     Shape::Transform const& transform,
                                                     bool identity,
                                                     PreparationFlags const& flags) const {
@@ -168,7 +168,7 @@ std::shared_ptr<Mesh> EncodePreparatorImpl::prepare(std::shared_ptr<Mesh> const&
                         flags.getMergeVertices() || flags.getCleanupUVs();
     if (!needed)
         return mesh;
-    MeshData data = MeshData::fromMesh(*mesh);
+    MeshData data = MeshData::take(mesh);
     if (!identity)
         data.transform(transform);
     return finish(data, flags);
@@ -262,9 +262,16 @@ void EncodePreparatorImpl::fetchInstances(std::vector<FinalizedInstance>& instan
                     prepared.push_back(finish(data, flags));
                 }
             } else {
-                for (Item const& item : items)
-                    for (auto const& mesh : meshesOf(item))
-                        prepared.push_back(prepare(mesh, item.transform, item.identity, flags));
+                for (Item& item : items) {
+                    auto meshes = meshesOf(item);
+                    // Where nothing else holds the geometry (a handed-over leaf), each mesh is
+                    // freed as soon as its prepared copy exists: one copy less at the peak.
+                    item.geometry.reset();
+                    for (auto& mesh : meshes) {
+                        prepared.push_back(
+                            prepare(std::move(mesh), item.transform, item.identity, flags));
+                    }
+                }
             }
             made.emplace_back(makeGeometry(prepared), index, name, Shape::identity(), reports);
         }

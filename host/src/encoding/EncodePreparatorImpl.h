@@ -39,9 +39,9 @@ private:
     void add(std::shared_ptr<Geometry> const& geometry, Shape::Transform const& transform,
              ReportsPtr const& reports);
     std::shared_ptr<Mesh> finish(MeshData& data, PreparationFlags const& flags) const;
-    std::shared_ptr<Mesh> prepare(std::shared_ptr<Mesh> const& mesh,
-                                  Shape::Transform const& transform, bool identity,
-                                  PreparationFlags const& flags) const;
+    // Takes the arrays of a mesh that nothing else holds instead of copying them.
+    std::shared_ptr<Mesh> prepare(std::shared_ptr<Mesh> mesh, Shape::Transform const& transform,
+                                  bool identity, PreparationFlags const& flags) const;
     std::shared_ptr<Geometry> makeGeometry(std::vector<std::shared_ptr<Mesh>> const& meshes) const;
 
     bool alwaysCopy;

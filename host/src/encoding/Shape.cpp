@@ -19,4 +19,10 @@ Shape::Transform Shape::translation(double x, double y, double z) {
 Shape::Shape(std::shared_ptr<Geometry> geometry, Transform const& transform, ReportsPtr reports)
     : geometry(std::move(geometry)), transform(transform), reports(std::move(reports)) {}
 
+std::shared_ptr<Geometry> Shape::takeGeometry() {
+    if (handedOver)
+        return std::move(geometry);
+    return geometry;
+}
+
 } // namespace koltx

@@ -202,4 +202,26 @@ std::shared_ptr<Mesh> MeshBuilder::createSharedAndReset(std::wstring* /*warnings
     return mesh;
 }
 
+std::shared_ptr<Mesh> MeshBuilder::renamed(std::shared_ptr<Mesh> mesh, std::wstring name) {
+    if (!mesh)
+        return mesh;
+    if (mesh.use_count() != 1) {
+        std::shared_ptr<Mesh> copy(new Mesh());
+        copy->arrays = mesh->arrays;
+        copy->holeFaces = mesh->holeFaces;
+        mesh = std::move(copy);
+    }
+    mesh->arrays.name = std::move(name);
+    return mesh;
+}
+
+MeshArrays MeshBuilder::takeArrays(std::shared_ptr<Mesh>& mesh) {
+    std::shared_ptr<Mesh> held = std::move(mesh);
+    if (!held)
+        return MeshArrays();
+    if (held.use_count() != 1)
+        return held->arrays;
+    return std::move(held->arrays);
+}
+
 } // namespace koltx

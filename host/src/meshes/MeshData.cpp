@@ -15,6 +15,12 @@ MeshData MeshData::fromMesh(Mesh const& mesh) {
     return data;
 }
 
+MeshData MeshData::take(std::shared_ptr<Mesh>& mesh) {
+    MeshData data;
+    static_cast<MeshArrays&>(data) = MeshBuilder::takeArrays(mesh);
+    return data;
+}
+
 std::shared_ptr<Mesh> MeshData::toMesh() const {
     MeshBuilder builder;
     builder.setName(name);

@@ -16,6 +16,8 @@ namespace koltx {
 // operations that the preparation applies to them.
 struct MeshData : MeshArrays {
     static MeshData fromMesh(Mesh const& mesh);
+    // As fromMesh, moving the arrays where `mesh` alone holds them; `mesh` is emptied.
+    static MeshData take(std::shared_ptr<Mesh>& mesh);
     std::shared_ptr<Mesh> toMesh() const;
 
     uint32_t faceCount() const { return static_cast<uint32_t>(faceOffsets.size() - 1); }

@@ -88,6 +88,8 @@ uint64_t FileOutputCallbacks::open(wchar_t const* /*encoderId*/, int32_t /*conte
         setStatus(status, STATUS_IO);
         return 0;
     }
+    // Documents run to gigabytes and come in small blocks: few, large writes to the system.
+    std::setvbuf(file, nullptr, _IOFBF, std::size_t(1) << 20);
     std::lock_guard<std::mutex> lock(mutex);
     uint64_t const handle = nextHandle++;
     outputs[handle] = Output{file, temporary, target, false};

@@ -7,27 +7,14 @@
 
 #include <koltx/MeshBuilder.h>
 
+#include "CountingBuffer.h"
+
 #include <benchmark/benchmark.h>
 
 #include <ostream>
 #include <streambuf>
 
 namespace {
-
-class CountingBuffer : public std::streambuf {
-public:
-    std::size_t count = 0;
-
-protected:
-    std::streamsize xsputn(char const*, std::streamsize n) override {
-        count += static_cast<std::size_t>(n);
-        return n;
-    }
-    int_type overflow(int_type ch) override {
-        ++count;
-        return ch;
-    }
-};
 
 constexpr std::uint32_t faces = 10000;
 

@@ -3,6 +3,8 @@
 #include "gml/NumberFormat.h"
 #include "gml/XmlWriter.h"
 
+#include "CountingBuffer.h"
+
 #include <benchmark/benchmark.h>
 
 #include <charconv>
@@ -12,22 +14,6 @@
 #include <vector>
 
 namespace {
-
-// Takes the bytes and keeps only their count, so that no container growth is measured.
-class CountingBuffer : public std::streambuf {
-public:
-    std::size_t count = 0;
-
-protected:
-    std::streamsize xsputn(char const*, std::streamsize n) override {
-        count += static_cast<std::size_t>(n);
-        return n;
-    }
-    int_type overflow(int_type ch) override {
-        ++count;
-        return ch;
-    }
-};
 
 // Projected coordinates in metres, as city models have them.
 std::vector<double> const& coordinates() {

@@ -473,15 +473,23 @@ void GltfWriter::writeBinary(std::ostream& stream, bool embedImages) const {
             float const feature = static_cast<float>(meshFeature[ref.mesh]);
             vertex[textured ? 8 : 6] = feature;
             std::size_t const size = textured ? 36 : 28;
+            if (!textured) {
+                // Straight into the output block: position, then normal and feature id.
+                for (uint32_t k = 0; k < n; ++k) {
+                    char* at = out.room(size);
+                    std::memcpy(at, xyz.data() + size_t(v[k]) * 3, 12);
+                    std::memcpy(at + 12, vertex + 3, 16);
+                    out.advance(size);
+                }
+                continue;
+            }
             for (uint32_t k = 0; k < n; ++k) {
                 std::memcpy(vertex, xyz.data() + size_t(v[k]) * 3, 12);
-                if (textured) {
-                    vertex[6] = vertex[7] = 0;
-                    if (withUVs && size_t(uvIndex[k]) * 2 + 1 < uvs.size()) {
-                        vertex[6] = static_cast<float>(uvs[size_t(uvIndex[k]) * 2]);
-                        // glTF's texture origin is the top left.
-                        vertex[7] = static_cast<float>(1.0 - uvs[size_t(uvIndex[k]) * 2 + 1]);
-                    }
+                vertex[6] = vertex[7] = 0;
+                if (withUVs && size_t(uvIndex[k]) * 2 + 1 < uvs.size()) {
+                    vertex[6] = static_cast<float>(uvs[size_t(uvIndex[k]) * 2]);
+                    // glTF's texture origin is the top left.
+                    vertex[7] = static_cast<float>(1.0 - uvs[size_t(uvIndex[k]) * 2 + 1]);
                 }
                 out.put(vertex, size);
             }
@@ -493,12 +501,15 @@ void GltfWriter::writeBinary(std::ostream& stream, bool embedImages) const {
             uint32_t const n = offsets[ref.face + 1] - offsets[ref.face];
             for (uint32_t k = 1; k + 1 < n; ++k) {
                 uint32_t const tri[3] = {base, base + k, base + k + 1};
+                char* at = out.room(12);
                 if (shortIndices) {
                     uint16_t const small[3] = {uint16_t(tri[0]), uint16_t(tri[1]),
                                                uint16_t(tri[2])};
-                    out.put(small, 6);
+                    std::memcpy(at, small, 6);
+                    out.advance(6);
                 } else {
-                    out.put(tri, 12);
+                    std::memcpy(at, tri, 12);
+                    out.advance(12);
                 }
             }
             base += n;

@@ -97,10 +97,12 @@ MeshPath MeshPath::parse(std::wstring const& name) {
     // path, the general conversion otherwise.
     thread_local std::string narrow;
     narrow.resize(name.size());
+    unsigned wide = 0; // any bit above ASCII, checked once after a loop without branches
     for (std::size_t i = 0; i < name.size(); ++i) {
-        if (static_cast<unsigned>(name[i]) >= 0x80)
-            return parse(std::string_view(kolt::StringUtils::toUTF8(name)));
+        wide |= static_cast<unsigned>(name[i]);
         narrow[i] = static_cast<char>(name[i]);
     }
+    if (wide >= 0x80)
+        return parse(std::string_view(kolt::StringUtils::toUTF8(name)));
     return parse(std::string_view(narrow));
 }

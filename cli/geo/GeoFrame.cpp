@@ -318,10 +318,10 @@ void GeoFrame::toGltf(double const* file, std::size_t count, float* out) const {
         return;
     }
     bool inside = cubic.has_value();
-    for (std::size_t i = 0; i < count * 3 && inside; ++i) {
-        int const a = static_cast<int>(i % 3);
-        inside = std::abs(file[i] - cubic->centre[a]) <= cubic->half[a] * (1 + 1e-9);
-    }
+    for (std::size_t i = 0; i < count * 3 && inside; i += 3)
+        for (int a = 0; a < 3; ++a)
+            inside =
+                inside && std::abs(file[i + a] - cubic->centre[a]) <= cubic->half[a] * (1 + 1e-9);
     if (inside) {
         for (std::size_t i = 0; i < count; ++i, file += 3, out += 3) {
             double xyz[3];

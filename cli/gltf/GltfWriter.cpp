@@ -237,7 +237,7 @@ void GltfWriter::plan(std::wstring& warnings) {
                     L" faces with fewer than three corners or a coordinate that is not finite "
                     L"were left out of the glTF output\n";
     // Distinct features per primitive.
-    std::vector<uint32_t> seen(table.rows().size(), UINT32_MAX);
+    std::vector<uint32_t> seen(table.size(), UINT32_MAX);
     for (uint32_t i = 0; i < primitives.size(); ++i) {
         for (auto const& face : primitives[i].faces) {
             uint32_t const row = meshFeature[face.mesh];
@@ -251,7 +251,7 @@ void GltfWriter::plan(std::wstring& warnings) {
     table.encode(metadata, metadataViews);
     sums.materials = materials.size();
     sums.textures = images.size();
-    sums.features = table.rows().size();
+    sums.features = table.size();
     sums.nodes = nodeNames.size();
 }
 
@@ -268,7 +268,7 @@ uint64_t GltfWriter::binaryLength(bool embedImages) const {
     if (embedImages)
         for (auto const& image : images)
             n += align4(image.size);
-    if (!table.rows().empty())
+    if (!table.empty())
         n += metadata.size();
     return n;
 }
@@ -279,7 +279,7 @@ Json GltfWriter::document(bool embedImages, std::string const& binUri,
     doc["asset"] = {{"version", "2.0"},
                     {"generator", std::string("gmlcodec ") + GMLCODEC_VERSION},
                     {"extras", in.extras}};
-    bool const withFeatures = !table.rows().empty();
+    bool const withFeatures = !table.empty();
     if (withFeatures)
         doc["extensionsUsed"] = {"EXT_mesh_features", "EXT_structural_metadata"};
     doc["scene"] = 0;
@@ -402,7 +402,7 @@ Json GltfWriter::document(bool embedImages, std::string const& binUri,
                     {"lod",
                      {{"type", "SCALAR"}, {"componentType", "UINT8"}, {"noData", 255}}}}}}}}}}},
             {"propertyTables",
-             {{{"class", "feature"}, {"count", table.rows().size()}, {"properties", properties}}}}};
+             {{{"class", "feature"}, {"count", table.size()}, {"properties", properties}}}}};
     }
     if (!nodes.empty()) {
         Json sceneNodes = Json::array();
@@ -441,7 +441,7 @@ Json GltfWriter::document(bool embedImages, std::string const& binUri,
 
 void GltfWriter::writeBinary(std::ostream& stream, bool embedImages) const {
     BlockWriter out(stream);
-    if (!table.rows().empty())
+    if (!table.empty())
         out.put(metadata.data(), metadata.size());
     for (auto const& p : primitives) {
         bool const textured = vertexStride(p) == 36;

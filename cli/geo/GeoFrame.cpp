@@ -307,6 +307,28 @@ void GeoFrame::evaluate(Cubic const& c, double const* p, double* out) {
     }
 }
 
+// The same as `evaluate` for two points at once, in the two lanes of one register: each lane
+// does the very operations of `evaluate`, so results are equal to the last bit.
+void GeoFrame::evaluatePair(Cubic const& c, double const* p, double* out) {
+    using Pair = double __attribute__((vector_size(16)));
+    Pair const u = (Pair{p[0], p[3]} - c.centre[0]) / c.half[0],
+               v = (Pair{p[1], p[4]} - c.centre[1]) / c.half[1],
+               w = (Pair{p[2], p[5]} - c.centre[2]) / c.half[2];
+    Pair const pu[4] = {Pair{1, 1}, u, u * u, u * u * u}, pv[4] = {Pair{1, 1}, v, v * v, v * v * v};
+    for (int o = 0; o < 3; ++o) {
+        double const* t = c.terms[o].data();
+        Pair sum = {0, 0};
+        for (int i = 0; i < 4; ++i) {
+            Pair row = {0, 0};
+            for (int j = 0; j < 4; ++j, t += 2)
+                row += pv[j] * (t[0] + t[1] * w);
+            sum += pu[i] * row;
+        }
+        out[o] = sum[0];
+        out[3 + o] = sum[1];
+    }
+}
+
 void GeoFrame::toGltf(double const* file, std::size_t count, float* out) const {
     if (frameKind != Kind::Enu) {
         double const f = unitFactor;
@@ -318,12 +340,19 @@ void GeoFrame::toGltf(double const* file, std::size_t count, float* out) const {
         return;
     }
     bool inside = cubic.has_value();
-    for (std::size_t i = 0; i < count * 3 && inside; ++i) {
-        int const a = static_cast<int>(i % 3);
-        inside = std::abs(file[i] - cubic->centre[a]) <= cubic->half[a] * (1 + 1e-9);
-    }
+    for (std::size_t i = 0; i < count * 3 && inside; i += 3)
+        for (int a = 0; a < 3; ++a)
+            inside =
+                inside && std::abs(file[i + a] - cubic->centre[a]) <= cubic->half[a] * (1 + 1e-9);
     if (inside) {
-        for (std::size_t i = 0; i < count; ++i, file += 3, out += 3) {
+        std::size_t i = 0;
+        for (; i + 1 < count; i += 2, file += 6, out += 6) {
+            double xyz[6];
+            evaluatePair(*cubic, file, xyz);
+            for (int k = 0; k < 6; ++k)
+                out[k] = static_cast<float>(xyz[k]);
+        }
+        for (; i < count; ++i, file += 3, out += 3) {
             double xyz[3];
             evaluate(*cubic, file, xyz);
             out[0] = static_cast<float>(xyz[0]);

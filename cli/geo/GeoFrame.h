@@ -66,6 +66,7 @@ private:
         std::array<std::array<double, 32>, 3> terms{}; // [output][(i * 4 + j) * 2 + (0: a, 1: b)]
     };
     static void evaluate(Cubic const& cubic, double const* file, double* out);
+    static void evaluatePair(Cubic const& cubic, double const* file, double* out);
 
     struct Proj;
     std::unique_ptr<Proj> proj;

@@ -23,6 +23,13 @@ public:
             used += n;
         }
     }
+    // Room for `n` bytes (at most 64 KiB) written in place, then taken with `advance`.
+    char* room(std::size_t n) {
+        if (n > Size - used)
+            flush();
+        return block.get() + used;
+    }
+    void advance(std::size_t n) { used += n; }
     // `n` bytes of `c`.
     void pad(uint64_t n, char c = 0);
     void flush();

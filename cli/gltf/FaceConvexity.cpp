@@ -9,13 +9,21 @@
 #include <cmath>
 
 bool FaceConvexity::convex(koltx::Mesh const& mesh, uint32_t face) {
-    uint32_t const n = mesh.getFaceVertexCount(face);
+    auto const& offsets = mesh.getFaceVertexOffsets();
+    uint32_t const n = offsets[face + 1] - offsets[face];
     if (n <= 3)
         return true;
-    double normal[3];
-    koltx::MeshUtils::faceNormal(mesh, face, normal);
-    uint32_t const* v = mesh.getFaceVertexIndices(face);
+    uint32_t const* v = mesh.getVertexIndices().data() + offsets[face];
     double const* c = mesh.getVertexCoords().data();
+    // Newell normal, inline: this runs for every face of a tile.
+    double normal[3] = {0, 0, 0};
+    for (uint32_t i = 0; i < n; ++i) {
+        double const* p = c + size_t(v[i]) * 3;
+        double const* q = c + size_t(v[i + 1 < n ? i + 1 : 0]) * 3;
+        normal[0] += (p[1] - q[1]) * (p[2] + q[2]);
+        normal[1] += (p[2] - q[2]) * (p[0] + q[0]);
+        normal[2] += (p[0] - q[0]) * (p[1] + q[1]);
+    }
     double const normal2 = normal[0] * normal[0] + normal[1] * normal[1] + normal[2] * normal[2];
     for (uint32_t i = 0; i < n; ++i) {
         double const* a = c + size_t(v[i]) * 3;

@@ -14,58 +14,57 @@ std::string const& FeatureTable::topId(MeshPath const& path) {
     return topIds[number];
 }
 
+void FeatureTable::reserve(std::size_t rows) {
+    lods.reserve(rows);
+    for (Column* column : {&ids, &tags, &topIdColumn, &paths})
+        column->offsets.reserve(rows + 1);
+}
+
 uint32_t FeatureTable::add(MeshPath const& path) {
     bool added = false;
     uint32_t const number = features.insert(path.featureKey, added);
     if (!added) {
-        Row& row = table[number];
-        if (path.lod > row.lod)
-            row.lod = path.lod;
+        if (path.lod > lods[number])
+            lods[number] = path.lod;
         return number;
     }
-    Row row;
-    row.tag = path.featureTag;
-    row.topId = topId(path);
-    row.id = path.featureKey == path.topKey
-                 ? row.topId
-                 : (path.featureId.empty() ? generated(path.featureTag) : path.featureId);
-    row.path = path.featureKey;
-    row.lod = path.lod;
-    table.push_back(std::move(row));
+    std::string const& top = topId(path);
+    if (path.featureKey == path.topKey)
+        ids.add(top);
+    else if (path.featureId.empty())
+        ids.add(generated(path.featureTag));
+    else
+        ids.add(path.featureId);
+    tags.add(path.featureTag);
+    topIdColumn.add(top);
+    paths.add(path.featureKey);
+    lods.push_back(path.lod);
     return number;
 }
 
 void FeatureTable::encode(std::string& bytes,
                           std::vector<std::pair<uint64_t, uint64_t>>& views) const {
     auto const padded = [](std::size_t n) { return (n + 7) & ~std::size_t(7); };
-    // Written in place, in a buffer of its final size.
-    std::size_t total = bytes.size() + padded(table.size()) + 4 * padded((table.size() + 1) * 4);
-    for (auto const& row : table)
-        total += row.id.size() + row.tag.size() + row.topId.size() + row.path.size();
-    bytes.reserve(total + 4 * 7);
+    Column const* const columns[] = {&ids, &tags, &topIdColumn, &paths};
+    std::size_t total = bytes.size() + padded(lods.size());
+    for (Column const* column : columns)
+        total += padded(column->values.size()) + padded(column->offsets.size() * 4);
+    bytes.reserve(total);
     auto const endView = [&](std::size_t start) {
         views.emplace_back(start, bytes.size() - start);
         bytes.resize(padded(bytes.size()), '\0');
     };
-    auto const addStrings = [&](std::string Row::*field) {
+    for (Column const* column : columns) {
         std::size_t const start = bytes.size();
-        std::vector<uint32_t> offsets{0};
-        offsets.reserve(table.size() + 1);
-        for (auto const& row : table) {
-            bytes += row.*field;
-            offsets.push_back(static_cast<uint32_t>(bytes.size() - start));
-        }
+        bytes += column->values;
         endView(start);
         std::size_t const at = bytes.size();
-        bytes.append(reinterpret_cast<char const*>(offsets.data()), offsets.size() * 4);
+        bytes.append(reinterpret_cast<char const*>(column->offsets.data()),
+                     column->offsets.size() * 4);
         endView(at);
-    };
-    addStrings(&Row::id);
-    addStrings(&Row::tag);
-    addStrings(&Row::topId);
-    addStrings(&Row::path);
+    }
     std::size_t const at = bytes.size();
-    for (auto const& row : table)
-        bytes.push_back(static_cast<char>(row.lod < 0 ? 255 : row.lod));
+    for (int lod : lods)
+        bytes.push_back(static_cast<char>(lod < 0 ? 255 : lod));
     endView(at);
 }

@@ -237,7 +237,7 @@ void GltfWriter::plan(std::wstring& warnings) {
                     L" faces with fewer than three corners or a coordinate that is not finite "
                     L"were left out of the glTF output\n";
     // Distinct features per primitive.
-    std::vector<uint32_t> seen(table.rows().size(), UINT32_MAX);
+    std::vector<uint32_t> seen(table.size(), UINT32_MAX);
     for (uint32_t i = 0; i < primitives.size(); ++i) {
         for (auto const& face : primitives[i].faces) {
             uint32_t const row = meshFeature[face.mesh];
@@ -251,7 +251,7 @@ void GltfWriter::plan(std::wstring& warnings) {
     table.encode(metadata, metadataViews);
     sums.materials = materials.size();
     sums.textures = images.size();
-    sums.features = table.rows().size();
+    sums.features = table.size();
     sums.nodes = nodeNames.size();
 }
 
@@ -268,7 +268,7 @@ uint64_t GltfWriter::binaryLength(bool embedImages) const {
     if (embedImages)
         for (auto const& image : images)
             n += align4(image.size);
-    if (!table.rows().empty())
+    if (!table.empty())
         n += metadata.size();
     return n;
 }
@@ -279,7 +279,7 @@ Json GltfWriter::document(bool embedImages, std::string const& binUri,
     doc["asset"] = {{"version", "2.0"},
                     {"generator", std::string("gmlcodec ") + GMLCODEC_VERSION},
                     {"extras", in.extras}};
-    bool const withFeatures = !table.rows().empty();
+    bool const withFeatures = !table.empty();
     if (withFeatures)
         doc["extensionsUsed"] = {"EXT_mesh_features", "EXT_structural_metadata"};
     doc["scene"] = 0;
@@ -402,7 +402,7 @@ Json GltfWriter::document(bool embedImages, std::string const& binUri,
                     {"lod",
                      {{"type", "SCALAR"}, {"componentType", "UINT8"}, {"noData", 255}}}}}}}}}}},
             {"propertyTables",
-             {{{"class", "feature"}, {"count", table.rows().size()}, {"properties", properties}}}}};
+             {{{"class", "feature"}, {"count", table.size()}, {"properties", properties}}}}};
     }
     if (!nodes.empty()) {
         Json sceneNodes = Json::array();
@@ -441,7 +441,7 @@ Json GltfWriter::document(bool embedImages, std::string const& binUri,
 
 void GltfWriter::writeBinary(std::ostream& stream, bool embedImages) const {
     BlockWriter out(stream);
-    if (!table.rows().empty())
+    if (!table.empty())
         out.put(metadata.data(), metadata.size());
     for (auto const& p : primitives) {
         bool const textured = vertexStride(p) == 36;
@@ -473,15 +473,23 @@ void GltfWriter::writeBinary(std::ostream& stream, bool embedImages) const {
             float const feature = static_cast<float>(meshFeature[ref.mesh]);
             vertex[textured ? 8 : 6] = feature;
             std::size_t const size = textured ? 36 : 28;
+            if (!textured) {
+                // Straight into the output block: position, then normal and feature id.
+                for (uint32_t k = 0; k < n; ++k) {
+                    char* at = out.room(size);
+                    std::memcpy(at, xyz.data() + size_t(v[k]) * 3, 12);
+                    std::memcpy(at + 12, vertex + 3, 16);
+                    out.advance(size);
+                }
+                continue;
+            }
             for (uint32_t k = 0; k < n; ++k) {
                 std::memcpy(vertex, xyz.data() + size_t(v[k]) * 3, 12);
-                if (textured) {
-                    vertex[6] = vertex[7] = 0;
-                    if (withUVs && size_t(uvIndex[k]) * 2 + 1 < uvs.size()) {
-                        vertex[6] = static_cast<float>(uvs[size_t(uvIndex[k]) * 2]);
-                        // glTF's texture origin is the top left.
-                        vertex[7] = static_cast<float>(1.0 - uvs[size_t(uvIndex[k]) * 2 + 1]);
-                    }
+                vertex[6] = vertex[7] = 0;
+                if (withUVs && size_t(uvIndex[k]) * 2 + 1 < uvs.size()) {
+                    vertex[6] = static_cast<float>(uvs[size_t(uvIndex[k]) * 2]);
+                    // glTF's texture origin is the top left.
+                    vertex[7] = static_cast<float>(1.0 - uvs[size_t(uvIndex[k]) * 2 + 1]);
                 }
                 out.put(vertex, size);
             }
@@ -493,12 +501,15 @@ void GltfWriter::writeBinary(std::ostream& stream, bool embedImages) const {
             uint32_t const n = offsets[ref.face + 1] - offsets[ref.face];
             for (uint32_t k = 1; k + 1 < n; ++k) {
                 uint32_t const tri[3] = {base, base + k, base + k + 1};
+                char* at = out.room(12);
                 if (shortIndices) {
                     uint16_t const small[3] = {uint16_t(tri[0]), uint16_t(tri[1]),
                                                uint16_t(tri[2])};
-                    out.put(small, 6);
+                    std::memcpy(at, small, 6);
+                    out.advance(6);
                 } else {
-                    out.put(tri, 12);
+                    std::memcpy(at, tri, 12);
+                    out.advance(12);
                 }
             }
             base += n;

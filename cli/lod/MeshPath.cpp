@@ -97,10 +97,14 @@ MeshPath MeshPath::parse(std::wstring const& name) {
     // path, the general conversion otherwise.
     thread_local std::string narrow;
     narrow.resize(name.size());
-    for (std::size_t i = 0; i < name.size(); ++i) {
-        if (static_cast<unsigned>(name[i]) >= 0x80)
-            return parse(std::string_view(kolt::StringUtils::toUTF8(name)));
-        narrow[i] = static_cast<char>(name[i]);
+    unsigned wide = 0; // any bit above ASCII, checked once after a loop without branches
+    wchar_t const* from = name.data();
+    char* to = narrow.data(); // a local pointer: stores of char may alias the string itself
+    for (std::size_t i = 0, n = name.size(); i < n; ++i) {
+        wide |= static_cast<unsigned>(from[i]);
+        to[i] = static_cast<char>(from[i]);
     }
+    if (wide >= 0x80)
+        return parse(std::string_view(kolt::StringUtils::toUTF8(name)));
     return parse(std::string_view(narrow));
 }

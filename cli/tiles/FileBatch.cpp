@@ -91,7 +91,9 @@ std::vector<FileBatch::Outcome> FileBatch::run(std::vector<Input> const& inputs,
         for (std::size_t i = next++; i < inputs.size(); i = next++) {
             Outcome outcome;
             try {
-                outcome = work(inputs[i]);
+                Input input = inputs[i];
+                input.last = i + 1 == inputs.size();
+                outcome = work(input);
             } catch (std::exception const& e) {
                 outcome = Outcome();
                 outcome.error = e.what();

@@ -15,6 +15,9 @@ public:
         std::string path;     // as found
         std::string relative; // below the folder it was found in, or its file name
         uint64_t size = 0;
+        // The last input of the run: no file is decoded after it, so what it leaves may stay to
+        // the end of the process.
+        bool last = false;
     };
 
     struct Outcome {

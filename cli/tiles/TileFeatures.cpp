@@ -42,15 +42,23 @@ TileFeatures::TileFeatures(std::vector<std::shared_ptr<koltx::Mesh>> const& mesh
         }
         Feature& f = found[it->second];
         f.meshes.push_back(static_cast<uint32_t>(m));
+        // The box in host axes (x, z, -y), turned into the file's once per mesh.
         auto const& c = meshes[m]->getVertexCoords();
+        double low[3] = {INFINITY, INFINITY, INFINITY}, high[3] = {-INFINITY, -INFINITY, -INFINITY};
         for (std::size_t i = 0; i + 2 < c.size(); i += 3) {
-            double const file[3] = {c[i], -c[i + 2], c[i + 1]};
-            if (!std::isfinite(file[0]) || !std::isfinite(file[1]) || !std::isfinite(file[2]))
+            if (!std::isfinite(c[i] + c[i + 1] + c[i + 2]) &&
+                !(std::isfinite(c[i]) && std::isfinite(c[i + 1]) && std::isfinite(c[i + 2])))
                 continue;
             for (int a = 0; a < 3; ++a) {
-                f.low[a] = std::min(f.low[a], file[a]);
-                f.high[a] = std::max(f.high[a], file[a]);
+                low[a] = c[i + a] < low[a] ? c[i + a] : low[a];
+                high[a] = c[i + a] > high[a] ? c[i + a] : high[a];
             }
+        }
+        double const fileLow[3] = {low[0], -high[2], low[1]};
+        double const fileHigh[3] = {high[0], -low[2], high[1]};
+        for (int a = 0; a < 3; ++a) {
+            f.low[a] = std::min(f.low[a], fileLow[a]);
+            f.high[a] = std::max(f.high[a], fileHigh[a]);
         }
         // Flat normals: every corner of a face is a vertex of its own, each face a fan.
         uint64_t const corners = meshes[m]->getVertexIndices().size();

@@ -22,6 +22,7 @@
 #include <atomic>
 #include <cmath>
 #include <fstream>
+#include <mutex>
 #include <set>
 #include <stdexcept>
 #include <unistd.h>
@@ -144,11 +145,17 @@ std::string TilePart::name(std::string const& input) {
 }
 
 FileBatch::Outcome TilePart::write(CodecHost const& host, CommandLine const& line,
-                                   std::string const& input, fs::path const& outDir) {
+                                   std::string const& input, fs::path const& outDir, bool last) {
     TextureAccess const textures(input, line.textureRoots, line.anyTexturePath);
     DecodedFile decoded = FileDecoder(host.manager()).decode(input, false);
     if (!decoded.loaded)
         throw std::runtime_error(decoded.error);
+    if (last && decoded.geometry) {
+        static std::mutex lock;
+        static auto* const kept = new std::vector<std::shared_ptr<koltx::Geometry>>();
+        std::lock_guard<std::mutex> const guard(lock);
+        kept->push_back(decoded.geometry);
+    }
     std::string const nothing = FileDecoder::nothingToConvert(decoded, input);
     if (!nothing.empty())
         throw std::runtime_error(nothing);

@@ -18,9 +18,11 @@ public:
     static constexpr char const* IndexName = "index.json";
 
     // Decodes `input` and writes its part below `outDir`. Throws std::runtime_error with the
-    // reason when the file cannot be tiled.
+    // reason when the file cannot be tiled. The decoded model of the `last` file of a run is
+    // left to the end of the process, which reclaims it far faster than freeing it mesh by mesh.
     static FileBatch::Outcome write(CodecHost const& host, CommandLine const& line,
-                                    std::string const& input, std::filesystem::path const& outDir);
+                                    std::string const& input, std::filesystem::path const& outDir,
+                                    bool last = false);
 
     // The part's folder name: the file's stem and a hash of its absolute path, so that files
     // of one name in different folders keep apart and every run names a file alike.

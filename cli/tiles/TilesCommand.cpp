@@ -57,7 +57,7 @@ int TilesCommand::run(CodecHost const& host, CommandLine const& line, std::ostre
     std::vector<FileBatch::Outcome> const outcomes = FileBatch::run(
         inputs, threads,
         [&](FileBatch::Input const& input) {
-            return TilePart::write(host, line, input.path, outDir);
+            return TilePart::write(host, line, input.path, outDir, input.last);
         },
         err, "tiling");
 

@@ -345,6 +345,13 @@ std::wstring join(Steps const& steps) {
 } // namespace
 
 std::size_t MeshNameRepair::repair(std::vector<std::wstring>& names) {
+    Renames renamed = renames(std::vector<std::wstring_view>(names.begin(), names.end()));
+    for (auto& [m, name] : renamed)
+        names[m] = std::move(name);
+    return renamed.size();
+}
+
+MeshNameRepair::Renames MeshNameRepair::renames(std::vector<std::wstring_view> const& names) {
     Repair repair;
     Steps steps;
     // Only ids of the form this repair makes can collide with the ones it makes.
@@ -358,7 +365,7 @@ std::size_t MeshNameRepair::repair(std::vector<std::wstring>& names) {
     }
 
     // The names stay as given until the end: the tree holds views of them.
-    std::vector<std::pair<std::size_t, std::wstring>> renamed;
+    Renames renamed;
     for (std::size_t m = 0; m < names.size(); ++m) {
         std::wstring_view const name = names[m];
         splitPath(name, steps);
@@ -383,7 +390,5 @@ std::size_t MeshNameRepair::repair(std::vector<std::wstring>& names) {
             renamed.emplace_back(m, join(steps));
         insert(repair.tree, steps);
     }
-    for (auto& [m, name] : renamed)
-        names[m] = std::move(name);
-    return renamed.size();
+    return renamed;
 }

@@ -128,17 +128,13 @@ Input readInput(koltx::ExtensionManager& manager, std::string const& path, kolt:
 // Step 2: mesh names that keep all their faces in the document and are safe in it. The meshes
 // are renamed in place: the decoded file holds them no longer.
 std::size_t repairNames(std::vector<std::shared_ptr<koltx::Mesh>>& meshes) {
-    MeshNameRepair::Renames renames;
-    {
-        std::vector<std::wstring_view> names;
-        names.reserve(meshes.size());
-        for (auto const& mesh : meshes)
-            names.push_back(mesh->getName());
-        renames = MeshNameRepair::renames(names);
-    }
-    for (auto& [m, name] : renames)
+    std::vector<std::wstring_view> names;
+    names.reserve(meshes.size());
+    for (auto const& mesh : meshes)
+        names.push_back(mesh->getName());
+    return MeshNameRepair::repair(names, [&meshes](std::size_t m, std::wstring&& name) {
         meshes[m] = koltx::MeshBuilder::renamed(std::move(meshes[m]), std::move(name));
-    return renames.size();
+    });
 }
 
 // Step 3: the encoder's options, validated by the encoder itself.

@@ -345,13 +345,12 @@ std::wstring join(Steps const& steps) {
 } // namespace
 
 std::size_t MeshNameRepair::repair(std::vector<std::wstring>& names) {
-    Renames renamed = renames(std::vector<std::wstring_view>(names.begin(), names.end()));
-    for (auto& [m, name] : renamed)
-        names[m] = std::move(name);
-    return renamed.size();
+    return repair(std::vector<std::wstring_view>(names.begin(), names.end()),
+                  [&names](std::size_t m, std::wstring&& name) { names[m] = std::move(name); });
 }
 
-MeshNameRepair::Renames MeshNameRepair::renames(std::vector<std::wstring_view> const& names) {
+std::size_t MeshNameRepair::repair(std::vector<std::wstring_view> const& names,
+                                   std::function<void(std::size_t, std::wstring&&)> const& rename) {
     Repair repair;
     Steps steps;
     // Only ids of the form this repair makes can collide with the ones it makes.
@@ -364,8 +363,10 @@ MeshNameRepair::Renames MeshNameRepair::renames(std::vector<std::wstring_view> c
                 repair.usedIds.emplace(step.id);
     }
 
-    // The names stay as given until the end: the tree holds views of them.
-    Renames renamed;
+    // The names stay as given until the end: the tree holds views of them. A renamed path is
+    // kept as its steps, which view only its own name and the repair's strings.
+    std::vector<std::pair<std::size_t, std::size_t>> renamed; // name, end of its steps
+    Steps kept;
     for (std::size_t m = 0; m < names.size(); ++m) {
         std::wstring_view const name = names[m];
         splitPath(name, steps);
@@ -386,9 +387,18 @@ MeshNameRepair::Renames MeshNameRepair::renames(std::vector<std::wstring_view> c
             renamedHere = true;
         if (distinctGeometryIds(repair, steps))
             renamedHere = true;
-        if (renamedHere)
-            renamed.emplace_back(m, join(steps));
         insert(repair.tree, steps);
+        if (renamedHere) {
+            kept.insert(kept.end(), steps.begin(), steps.end());
+            renamed.emplace_back(m, kept.size());
+        }
     }
-    return renamed;
+    repair.tree = Tree();
+    std::size_t begin = 0;
+    for (auto const& [m, end] : renamed) {
+        steps.assign(kept.begin() + begin, kept.begin() + end);
+        rename(m, join(steps));
+        begin = end;
+    }
+    return renamed.size();
 }

@@ -291,20 +291,29 @@ bool placePath(Repair& repair, Steps& steps) {
     return changed;
 }
 
-// A geometry that several features share by reference comes once per feature; each copy that
-// makes a new element needs an id of its own, as ids are unique in a document. True if any
-// step changed.
-bool distinctGeometryIds(Repair& repair, Steps& steps) {
+// Where a path leaves the tree: the last node it reaches and the first step that is not there.
+struct Reach {
     std::uint32_t node = Tree::root;
-    std::size_t i = 0;
-    for (; i < steps.size(); ++i) {
-        std::uint32_t const child = repair.tree.find(node, steps[i].id);
+    std::size_t step = 0;
+};
+
+Reach reach(Tree const& tree, Steps const& steps) {
+    Reach at;
+    for (; at.step < steps.size(); ++at.step) {
+        std::uint32_t const child = tree.find(at.node, steps[at.step].id);
         if (child == noNode)
             break;
-        node = child;
+        at.node = child;
     }
+    return at;
+}
+
+// A geometry that several features share by reference comes once per feature; each copy that
+// makes a new element needs an id of its own, as ids are unique in a document. Only steps from
+// `from` on make new elements. True if any step changed.
+bool distinctGeometryIds(Repair& repair, Steps& steps, Reach const& from) {
     bool changed = false;
-    for (; i < steps.size(); ++i) {
+    for (std::size_t i = from.step; i < steps.size(); ++i) {
         if (!steps[i].id.empty() && steps[i].geometry && repair.tree.placed(steps[i].id)) {
             std::wstring id(steps[i].id);
             steps[i].id = repair.keep(id + L"_" + std::wstring(repair.freshId()));
@@ -314,12 +323,17 @@ bool distinctGeometryIds(Repair& repair, Steps& steps) {
     return changed;
 }
 
-void insert(Tree& tree, Steps const& steps) {
-    std::uint32_t node = Tree::root;
-    for (auto const& step : steps) {
-        std::uint32_t child = tree.find(node, step.id);
+// Adds the path's steps from `from` on; the steps before it are in the tree already. Below a
+// node added here there is nothing to find.
+void insert(Tree& tree, Steps const& steps, Reach const& from) {
+    std::uint32_t node = from.node;
+    bool added = false;
+    for (std::size_t i = from.step; i < steps.size(); ++i) {
+        Step const& step = steps[i];
+        std::uint32_t child = added ? noNode : tree.find(node, step.id);
         if (child == noNode) {
             child = tree.add(node, step.id, step.tag);
+            added = true;
             if (!step.id.empty() && step.geometry)
                 tree.place(step.id);
         }
@@ -385,9 +399,10 @@ std::size_t MeshNameRepair::repair(std::vector<std::wstring_view> const& names,
         }
         if (placePath(repair, steps))
             renamedHere = true;
-        if (distinctGeometryIds(repair, steps))
+        Reach const from = reach(repair.tree, steps);
+        if (distinctGeometryIds(repair, steps, from))
             renamedHere = true;
-        insert(repair.tree, steps);
+        insert(repair.tree, steps, from);
         if (renamedHere) {
             kept.insert(kept.end(), steps.begin(), steps.end());
             renamed.emplace_back(m, kept.size());

@@ -83,41 +83,60 @@ private:
         std::wstring_view tag;
         std::uint32_t children = 0;
     };
+    // A slot keeps its key's hash, so that a probe compares ids only when the hashes match and
+    // a growing table hashes nothing again; it takes 24 bytes, as the table is large.
     struct Slot {
         std::uint32_t parent = noNode;
         std::uint32_t value = noNode;
-        std::wstring_view id;
+        wchar_t const* idData = nullptr;
+        std::uint32_t idSize = 0;
+        std::uint32_t hash = 0;
+
+        std::wstring_view id() const { return std::wstring_view(idData, idSize); }
     };
     static constexpr std::uint32_t placedMark = noNode - 1;
 
-    static std::size_t hashOf(std::uint32_t parent, std::wstring_view id) {
-        return std::hash<std::wstring_view>()(id) ^ (parent * std::size_t(0x9E3779B97F4A7C15ull));
+    static std::uint32_t hashOf(std::uint32_t parent, std::wstring_view id) {
+        std::size_t const full =
+            std::hash<std::wstring_view>()(id) ^ (parent * std::size_t(0x9E3779B97F4A7C15ull));
+        return static_cast<std::uint32_t>(full ^ (full >> 32));
     }
     // The slot that holds (parent, id), or the empty one where it would go.
-    std::size_t slotOf(std::uint32_t parent, std::wstring_view id) const {
+    std::size_t slotOf(std::uint32_t parent, std::wstring_view id, std::uint32_t hash) const {
         std::size_t const mask = slots.size() - 1;
-        for (std::size_t i = hashOf(parent, id) & mask;; i = (i + 1) & mask) {
+        for (std::size_t i = hash & mask;; i = (i + 1) & mask) {
             Slot const& slot = slots[i];
-            if (slot.value == noNode || (slot.parent == parent && slot.id == id))
+            if (slot.value == noNode ||
+                (slot.hash == hash && slot.parent == parent && slot.id() == id))
                 return i;
         }
+    }
+    std::size_t slotOf(std::uint32_t parent, std::wstring_view id) const {
+        return slotOf(parent, id, hashOf(parent, id));
     }
     // Keeps the first value of a key.
     void claim(std::uint32_t parent, std::wstring_view id, std::uint32_t value) {
         if (2 * (used + 1) > slots.size())
             grow();
-        Slot& slot = slots[slotOf(parent, id)];
+        std::uint32_t const hash = hashOf(parent, id);
+        Slot& slot = slots[slotOf(parent, id, hash)];
         if (slot.value != noNode)
             return;
-        slot = {parent, value, id};
+        slot = {parent, value, id.data(), static_cast<std::uint32_t>(id.size()), hash};
         ++used;
     }
     void grow() {
         std::vector<Slot> old(slots.size() * 2);
         old.swap(slots);
-        for (Slot const& slot : old)
-            if (slot.value != noNode)
-                slots[slotOf(slot.parent, slot.id)] = slot;
+        std::size_t const mask = slots.size() - 1;
+        for (Slot const& slot : old) {
+            if (slot.value == noNode)
+                continue;
+            std::size_t i = slot.hash & mask;
+            while (slots[i].value != noNode)
+                i = (i + 1) & mask;
+            slots[i] = slot;
+        }
     }
 
     std::vector<Node> nodes;

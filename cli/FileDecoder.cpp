@@ -82,7 +82,8 @@ std::string FileDecoder::nothingToConvert(DecodedFile const& file, std::string c
                       : std::string());
 }
 
-DecodedFile FileDecoder::decode(std::string const& path, bool progressAllowed) const {
+DecodedFile FileDecoder::decode(std::string const& path, bool progressAllowed,
+                                bool keepToExit) const {
     DecodedFile out;
     std::error_code error;
     std::filesystem::path const absolute = std::filesystem::absolute(path, error);
@@ -143,7 +144,7 @@ DecodedFile FileDecoder::decode(std::string const& path, bool progressAllowed) c
     // The tool decodes once and then exits: the operating system reclaims a large model's meshes
     // far faster than freeing them one by one would, so they are kept to the end of the process.
     static auto* const retained = new std::vector<std::shared_ptr<koltx::Content>>();
-    if (!batch)
+    if (!batch && keepToExit)
         retained->insert(retained->end(), results.begin(), results.end());
     for (auto const& content : results) {
         if (auto geometry = std::dynamic_pointer_cast<koltx::Geometry>(content)) {

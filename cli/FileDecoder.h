@@ -33,7 +33,10 @@ public:
 
     explicit FileDecoder(koltx::ExtensionManager& manager);
 
-    DecodedFile decode(std::string const& path, bool progressAllowed) const;
+    // Unless `keepToExit` is false or the thread runs over many files, the decoded contents are
+    // kept to the end of the process, which frees them faster than their owners would. A caller
+    // that takes the meshes over (and frees them as it goes) passes false.
+    DecodedFile decode(std::string const& path, bool progressAllowed, bool keepToExit = true) const;
 
     // Why `file` gives nothing to convert ("... is not a CityGML document: ...", "... holds no
     // polygon"), or "" when it holds polygons.

@@ -109,7 +109,9 @@ Input readInput(koltx::ExtensionManager& manager, std::string const& path, kolt:
         return input;
     }
     input.fromCityGML = true;
-    DecodedFile decoded = FileDecoder(manager).decode(path, true);
+    // Not kept to the end of the process: the meshes are renamed in place and handed to the
+    // encoder, which frees each one once it has prepared its copy.
+    DecodedFile decoded = FileDecoder(manager).decode(path, true, false);
     if (!decoded.loaded)
         throw std::runtime_error(decoded.error);
     warnings += decoded.warnings;
@@ -126,15 +128,13 @@ Input readInput(koltx::ExtensionManager& manager, std::string const& path, kolt:
 // Step 2: mesh names that keep all their faces in the document and are safe in it. The meshes
 // are renamed in place: the decoded file holds them no longer.
 std::size_t repairNames(std::vector<std::shared_ptr<koltx::Mesh>>& meshes) {
-    std::vector<std::wstring> names;
+    std::vector<std::wstring_view> names;
     names.reserve(meshes.size());
     for (auto const& mesh : meshes)
         names.push_back(mesh->getName());
-    std::size_t const changed = MeshNameRepair::repair(names);
-    for (std::size_t i = 0; i < meshes.size() && changed > 0; ++i)
-        if (names[i] != meshes[i]->getName())
-            meshes[i] = koltx::MeshBuilder::renamed(std::move(meshes[i]), std::move(names[i]));
-    return changed;
+    return MeshNameRepair::repair(names, [&meshes](std::size_t m, std::wstring&& name) {
+        meshes[m] = koltx::MeshBuilder::renamed(std::move(meshes[m]), std::move(name));
+    });
 }
 
 // Step 3: the encoder's options, validated by the encoder itself.
@@ -198,12 +198,14 @@ std::shared_ptr<koltx::InitialShape> buildShape(Input& input, std::string const&
 
 // Step 5: the encoder's run. The host log is captured around it: when the encoder fails, the
 // reason stands there, while the exception that reaches the tool may say no more than
-// "std::exception".
-void runEncoder(koltx::ExtensionManager& manager, std::shared_ptr<koltx::InitialShape> const& shape,
-                kolt::AttributeMap const* options, kolt::Cache* cache,
-                TrackedFileOutputs& outputs) {
+// "std::exception". Returns the encoder, which still holds its tree.
+std::shared_ptr<void> runEncoder(koltx::ExtensionManager& manager,
+                                 std::shared_ptr<koltx::InitialShape> const& shape,
+                                 kolt::AttributeMap const* options, kolt::Cache* cache,
+                                 TrackedFileOutputs& outputs) {
     auto const log = std::make_shared<koltx::MemoryLogSink>();
     std::string failure;
+    std::shared_ptr<void> done;
     {
         koltx::Log::Scope const capture(log, kolt::LOG_WARNING);
         try {
@@ -212,6 +214,7 @@ void runEncoder(koltx::ExtensionManager& manager, std::shared_ptr<koltx::Initial
             encoder->init(context);
             encoder->encode(context, 0);
             encoder->finish(context);
+            done = encoder;
         } catch (std::exception const& e) {
             failure = e.what();
         }
@@ -224,7 +227,7 @@ void runEncoder(koltx::ExtensionManager& manager, std::shared_ptr<koltx::Initial
             koltx::Log::write(level, message);
     }
     if (failure.empty())
-        return;
+        return done;
     if (!outputs.refused().empty())
         throw std::runtime_error("cannot write over " + outputs.refused() +
                                  ": the conversion reads that file; write to another folder");
@@ -283,7 +286,7 @@ GmlEncodeCommand::Result GmlEncodeCommand::convert(koltx::ExtensionManager& mana
         for (auto const& file : context.textures->readFiles())
             outputs.protect(file.string());
     try {
-        runEncoder(manager, shape, validated.get(), cache.get(), outputs);
+        result.encoded = runEncoder(manager, shape, validated.get(), cache.get(), outputs);
         // Step 6: the outputs are complete; the document learns the names its images got.
         result.document = options.baseName ? outputs.targetPath(document) : target.string();
         outputs.fixDocument(result.document);
@@ -305,6 +308,12 @@ int GmlEncodeCommand::run(CodecHost const& host, std::string const& input,
     context.diagnostics = &err;
     try {
         result = convert(host.manager(), input, output, options, warnings, context);
+        // The outputs are committed and the tool exits next: the operating system reclaims the
+        // tree and its meshes far faster than freeing them node by node would.
+        static auto* const keptToExit = new std::vector<std::shared_ptr<void>>();
+        if (!FileDecoder::inBatch())
+            keptToExit->push_back(std::move(result.encoded));
+        result.encoded.reset();
     } catch (std::exception const& e) {
         for (auto const& line : FileNames::lines(warnings))
             err << "warning: " << line << "\n";

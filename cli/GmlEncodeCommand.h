@@ -36,6 +36,9 @@ public:
         double vertexPrecision = 0.0;  // the precision the encoder used
         bool precisionChosen = false;  // true when the tool chose it
         int decimals = 0;              // decimals the input's coordinates carry
+        // The encoder with its document tree and the meshes it prepared, all committed: freed
+        // with the result, or kept by a tool about to exit that has no use for freeing them.
+        std::shared_ptr<void> encoded;
     };
 
     using Context = GmlEncodeContext;

@@ -83,41 +83,60 @@ private:
         std::wstring_view tag;
         std::uint32_t children = 0;
     };
+    // A slot keeps its key's hash, so that a probe compares ids only when the hashes match and
+    // a growing table hashes nothing again; it takes 24 bytes, as the table is large.
     struct Slot {
         std::uint32_t parent = noNode;
         std::uint32_t value = noNode;
-        std::wstring_view id;
+        wchar_t const* idData = nullptr;
+        std::uint32_t idSize = 0;
+        std::uint32_t hash = 0;
+
+        std::wstring_view id() const { return std::wstring_view(idData, idSize); }
     };
     static constexpr std::uint32_t placedMark = noNode - 1;
 
-    static std::size_t hashOf(std::uint32_t parent, std::wstring_view id) {
-        return std::hash<std::wstring_view>()(id) ^ (parent * std::size_t(0x9E3779B97F4A7C15ull));
+    static std::uint32_t hashOf(std::uint32_t parent, std::wstring_view id) {
+        std::size_t const full =
+            std::hash<std::wstring_view>()(id) ^ (parent * std::size_t(0x9E3779B97F4A7C15ull));
+        return static_cast<std::uint32_t>(full ^ (full >> 32));
     }
     // The slot that holds (parent, id), or the empty one where it would go.
-    std::size_t slotOf(std::uint32_t parent, std::wstring_view id) const {
+    std::size_t slotOf(std::uint32_t parent, std::wstring_view id, std::uint32_t hash) const {
         std::size_t const mask = slots.size() - 1;
-        for (std::size_t i = hashOf(parent, id) & mask;; i = (i + 1) & mask) {
+        for (std::size_t i = hash & mask;; i = (i + 1) & mask) {
             Slot const& slot = slots[i];
-            if (slot.value == noNode || (slot.parent == parent && slot.id == id))
+            if (slot.value == noNode ||
+                (slot.hash == hash && slot.parent == parent && slot.id() == id))
                 return i;
         }
+    }
+    std::size_t slotOf(std::uint32_t parent, std::wstring_view id) const {
+        return slotOf(parent, id, hashOf(parent, id));
     }
     // Keeps the first value of a key.
     void claim(std::uint32_t parent, std::wstring_view id, std::uint32_t value) {
         if (2 * (used + 1) > slots.size())
             grow();
-        Slot& slot = slots[slotOf(parent, id)];
+        std::uint32_t const hash = hashOf(parent, id);
+        Slot& slot = slots[slotOf(parent, id, hash)];
         if (slot.value != noNode)
             return;
-        slot = {parent, value, id};
+        slot = {parent, value, id.data(), static_cast<std::uint32_t>(id.size()), hash};
         ++used;
     }
     void grow() {
         std::vector<Slot> old(slots.size() * 2);
         old.swap(slots);
-        for (Slot const& slot : old)
-            if (slot.value != noNode)
-                slots[slotOf(slot.parent, slot.id)] = slot;
+        std::size_t const mask = slots.size() - 1;
+        for (Slot const& slot : old) {
+            if (slot.value == noNode)
+                continue;
+            std::size_t i = slot.hash & mask;
+            while (slots[i].value != noNode)
+                i = (i + 1) & mask;
+            slots[i] = slot;
+        }
     }
 
     std::vector<Node> nodes;
@@ -291,20 +310,29 @@ bool placePath(Repair& repair, Steps& steps) {
     return changed;
 }
 
-// A geometry that several features share by reference comes once per feature; each copy that
-// makes a new element needs an id of its own, as ids are unique in a document. True if any
-// step changed.
-bool distinctGeometryIds(Repair& repair, Steps& steps) {
+// Where a path leaves the tree: the last node it reaches and the first step that is not there.
+struct Reach {
     std::uint32_t node = Tree::root;
-    std::size_t i = 0;
-    for (; i < steps.size(); ++i) {
-        std::uint32_t const child = repair.tree.find(node, steps[i].id);
+    std::size_t step = 0;
+};
+
+Reach reach(Tree const& tree, Steps const& steps) {
+    Reach at;
+    for (; at.step < steps.size(); ++at.step) {
+        std::uint32_t const child = tree.find(at.node, steps[at.step].id);
         if (child == noNode)
             break;
-        node = child;
+        at.node = child;
     }
+    return at;
+}
+
+// A geometry that several features share by reference comes once per feature; each copy that
+// makes a new element needs an id of its own, as ids are unique in a document. Only steps from
+// `from` on make new elements. True if any step changed.
+bool distinctGeometryIds(Repair& repair, Steps& steps, Reach const& from) {
     bool changed = false;
-    for (; i < steps.size(); ++i) {
+    for (std::size_t i = from.step; i < steps.size(); ++i) {
         if (!steps[i].id.empty() && steps[i].geometry && repair.tree.placed(steps[i].id)) {
             std::wstring id(steps[i].id);
             steps[i].id = repair.keep(id + L"_" + std::wstring(repair.freshId()));
@@ -314,12 +342,17 @@ bool distinctGeometryIds(Repair& repair, Steps& steps) {
     return changed;
 }
 
-void insert(Tree& tree, Steps const& steps) {
-    std::uint32_t node = Tree::root;
-    for (auto const& step : steps) {
-        std::uint32_t child = tree.find(node, step.id);
+// Adds the path's steps from `from` on; the steps before it are in the tree already. Below a
+// node added here there is nothing to find.
+void insert(Tree& tree, Steps const& steps, Reach const& from) {
+    std::uint32_t node = from.node;
+    bool added = false;
+    for (std::size_t i = from.step; i < steps.size(); ++i) {
+        Step const& step = steps[i];
+        std::uint32_t child = added ? noNode : tree.find(node, step.id);
         if (child == noNode) {
             child = tree.add(node, step.id, step.tag);
+            added = true;
             if (!step.id.empty() && step.geometry)
                 tree.place(step.id);
         }
@@ -345,6 +378,12 @@ std::wstring join(Steps const& steps) {
 } // namespace
 
 std::size_t MeshNameRepair::repair(std::vector<std::wstring>& names) {
+    return repair(std::vector<std::wstring_view>(names.begin(), names.end()),
+                  [&names](std::size_t m, std::wstring&& name) { names[m] = std::move(name); });
+}
+
+std::size_t MeshNameRepair::repair(std::vector<std::wstring_view> const& names,
+                                   std::function<void(std::size_t, std::wstring&&)> const& rename) {
     Repair repair;
     Steps steps;
     // Only ids of the form this repair makes can collide with the ones it makes.
@@ -357,8 +396,10 @@ std::size_t MeshNameRepair::repair(std::vector<std::wstring>& names) {
                 repair.usedIds.emplace(step.id);
     }
 
-    // The names stay as given until the end: the tree holds views of them.
-    std::vector<std::pair<std::size_t, std::wstring>> renamed;
+    // The names stay as given until the end: the tree holds views of them. A renamed path is
+    // kept as its steps, which view only its own name and the repair's strings.
+    std::vector<std::pair<std::size_t, std::size_t>> renamed; // name, end of its steps
+    Steps kept;
     for (std::size_t m = 0; m < names.size(); ++m) {
         std::wstring_view const name = names[m];
         splitPath(name, steps);
@@ -377,13 +418,21 @@ std::size_t MeshNameRepair::repair(std::vector<std::wstring>& names) {
         }
         if (placePath(repair, steps))
             renamedHere = true;
-        if (distinctGeometryIds(repair, steps))
+        Reach const from = reach(repair.tree, steps);
+        if (distinctGeometryIds(repair, steps, from))
             renamedHere = true;
-        if (renamedHere)
-            renamed.emplace_back(m, join(steps));
-        insert(repair.tree, steps);
+        insert(repair.tree, steps, from);
+        if (renamedHere) {
+            kept.insert(kept.end(), steps.begin(), steps.end());
+            renamed.emplace_back(m, kept.size());
+        }
     }
-    for (auto& [m, name] : renamed)
-        names[m] = std::move(name);
+    repair.tree = Tree();
+    std::size_t begin = 0;
+    for (auto const& [m, end] : renamed) {
+        steps.assign(kept.begin() + begin, kept.begin() + end);
+        rename(m, join(steps));
+        begin = end;
+    }
     return renamed.size();
 }

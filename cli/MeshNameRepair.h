@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // The encoder finds a mesh's place by the ids in its path alone, so that steps without an id
@@ -12,6 +14,11 @@
 // plain steps are not written; those of geometry steps are, and are chosen to be valid and new.
 class MeshNameRepair {
 public:
+    // Reads the names in place and then calls `rename(index, newName)` for each one that
+    // changes, in order; the name at `index` may be freed by then. The new names are made one
+    // at a time, so that large ones never stand twice in memory. Returns how many changed.
+    static std::size_t repair(std::vector<std::wstring_view> const& names,
+                              std::function<void(std::size_t, std::wstring&&)> const& rename);
     // Renames in place; returns how many names changed.
     static std::size_t repair(std::vector<std::wstring>& names);
 };

@@ -20,6 +20,7 @@ public:
     virtual ~MeshBuilder();
 
     void setName(std::wstring const& name);
+    void setName(std::wstring&& name);
     void reserve(size_t vertices, size_t faces, size_t indices);
 
     // Three doubles; returns the vertex index.

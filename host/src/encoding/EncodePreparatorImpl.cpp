@@ -155,7 +155,7 @@ std::shared_ptr<Mesh> EncodePreparatorImpl::finish(MeshData& data,
         data.cleanupUVs();
     if (!warnings.empty())
         LogFormatter(kolt::LOG_WARNING, "Encode preparation: %s") % warnings;
-    return data.toMesh();
+    return data.takeMesh();
 }
 
 std::shared_ptr<Mesh> EncodePreparatorImpl::prepare(std::shared_ptr<Mesh> mesh,

@@ -49,6 +49,10 @@ void MeshBuilder::setName(std::wstring const& value) {
     name = value;
 }
 
+void MeshBuilder::setName(std::wstring&& value) {
+    name = std::move(value);
+}
+
 void MeshBuilder::reserve(size_t vertices, size_t faces, size_t indices) {
     vertexCoords.reserve(vertices * 3);
     faceMaterialIndices.reserve(faces);

@@ -22,8 +22,18 @@ MeshData MeshData::take(std::shared_ptr<Mesh>& mesh) {
 }
 
 std::shared_ptr<Mesh> MeshData::toMesh() const {
+    return build(name);
+}
+
+std::shared_ptr<Mesh> MeshData::takeMesh() {
+    std::wstring taken = std::move(name);
+    name.clear();
+    return build(std::move(taken));
+}
+
+std::shared_ptr<Mesh> MeshData::build(std::wstring meshName) const {
     MeshBuilder builder;
-    builder.setName(name);
+    builder.setName(std::move(meshName));
     uint32_t const faces = faceCount();
     builder.reserve(vertexCount(), faces, indices.size());
     for (size_t v = 0; v < coords.size(); v += 3)

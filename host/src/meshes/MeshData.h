@@ -19,7 +19,13 @@ struct MeshData : MeshArrays {
     // As fromMesh, moving the arrays where `mesh` alone holds them; `mesh` is emptied.
     static MeshData take(std::shared_ptr<Mesh>& mesh);
     std::shared_ptr<Mesh> toMesh() const;
+    // As toMesh, moving the name (often long) instead of copying it; the name is left empty.
+    std::shared_ptr<Mesh> takeMesh();
 
+private:
+    std::shared_ptr<Mesh> build(std::wstring meshName) const;
+
+public:
     uint32_t faceCount() const { return static_cast<uint32_t>(faceOffsets.size() - 1); }
     uint32_t vertexCount() const { return static_cast<uint32_t>(coords.size() / 3); }
     bool hasHoles() const { return !holes.empty(); }

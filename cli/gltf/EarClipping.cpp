@@ -14,14 +14,8 @@ bool EarClipping::triangulate(double const* xyz, uint32_t const* index, uint32_t
     corners.clear();
     if (count < 3 || count > MostCorners)
         return false;
-    double normal[3] = {0, 0, 0};
-    for (uint32_t i = 0; i < count; ++i) {
-        double const* p = xyz + size_t(index[i]) * 3;
-        double const* q = xyz + size_t(index[i + 1 < count ? i + 1 : 0]) * 3;
-        normal[0] += (p[1] - q[1]) * (p[2] + q[2]);
-        normal[1] += (p[2] - q[2]) * (p[0] + q[0]);
-        normal[2] += (p[0] - q[0]) * (p[1] + q[1]);
-    }
+    double normal[3];
+    EarClipping::normal(xyz, index, count, normal);
     int const drop =
         std::abs(normal[0]) >= std::abs(normal[1]) && std::abs(normal[0]) >= std::abs(normal[2])
             ? 0

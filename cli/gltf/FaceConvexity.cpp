@@ -15,15 +15,9 @@ bool FaceConvexity::convex(koltx::Mesh const& mesh, uint32_t face) {
         return true;
     uint32_t const* v = mesh.getVertexIndices().data() + offsets[face];
     double const* c = mesh.getVertexCoords().data();
-    // Newell normal, inline: this runs for every face of a tile.
-    double normal[3] = {0, 0, 0};
-    for (uint32_t i = 0; i < n; ++i) {
-        double const* p = c + size_t(v[i]) * 3;
-        double const* q = c + size_t(v[i + 1 < n ? i + 1 : 0]) * 3;
-        normal[0] += (p[1] - q[1]) * (p[2] + q[2]);
-        normal[1] += (p[2] - q[2]) * (p[0] + q[0]);
-        normal[2] += (p[0] - q[0]) * (p[1] + q[1]);
-    }
+    // Inline in the header: this runs for every face of a tile.
+    double normal[3];
+    EarClipping::normal(c, v, n, normal);
     double const normal2 = normal[0] * normal[0] + normal[1] * normal[1] + normal[2] * normal[2];
     for (uint32_t i = 0; i < n; ++i) {
         double const* a = c + size_t(v[i]) * 3;

@@ -11,6 +11,8 @@ class URIUtils {
 public:
     // Percent-encodes the UTF-8 bytes of every character except unreserved ones and "/".
     static std::wstring percentEncode(std::wstring const& text);
+    // The same, keeping the ASCII delimiters listed in `keep` as they are.
+    static std::wstring percentEncode(std::wstring const& text, wchar_t const* keep);
     // Decodes "%XX" sequences as UTF-8; a "%" without two hex digits stays as it is.
     static std::wstring percentDecode(std::wstring const& text);
     // A file URI from an already percent-encoded path, e.g. "/a/my%20wall.png" gives

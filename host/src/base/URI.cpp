@@ -5,31 +5,6 @@
 
 namespace koltx {
 
-namespace {
-
-// Encodes what a URI part may not hold literally; `keep` lists the delimiters that stay.
-std::wstring encodePart(std::wstring const& decoded, wchar_t const* keep) {
-    std::wstring result;
-    std::string const bytes = kolt::StringUtils::toUTF8(decoded);
-    static wchar_t const hex[] = L"0123456789ABCDEF";
-    for (unsigned char const byte : bytes) {
-        bool const unreserved = (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') ||
-                                (byte >= '0' && byte <= '9') || byte == '-' || byte == '.' ||
-                                byte == '_' || byte == '~';
-        if (unreserved ||
-            (byte < 0x80 && std::wstring(keep).find(wchar_t(byte)) != std::wstring::npos)) {
-            result += wchar_t(byte);
-        } else {
-            result += L'%';
-            result += hex[byte >> 4];
-            result += hex[byte & 15];
-        }
-    }
-    return result;
-}
-
-} // namespace
-
 URI::URI(std::wstring scheme, std::wstring authority, std::wstring path, std::wstring query,
          std::wstring fragment)
     : scheme(kolt::StringUtils::toLowerASCII(std::move(scheme))), authority(std::move(authority)),
@@ -42,7 +17,7 @@ URI::URI(std::wstring scheme, std::wstring authority, std::wstring path, std::ws
         text = this->scheme + L":";
     if (!this->scheme.empty() && (this->scheme == L"file" || !this->authority.empty()))
         text += L"//" + this->authority;
-    text += encodePart(this->path, L"/!$&'()*+,;=:@");
+    text += URIUtils::percentEncode(this->path, L"/!$&'()*+,;=:@");
     if (!this->query.empty())
         text += L"?" + this->query;
     if (!this->fragment.empty())

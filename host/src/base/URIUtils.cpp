@@ -22,13 +22,18 @@ int hexValue(wchar_t c) {
 } // namespace
 
 std::wstring URIUtils::percentEncode(std::wstring const& text) {
+    return percentEncode(text, L"/");
+}
+
+std::wstring URIUtils::percentEncode(std::wstring const& text, wchar_t const* keep) {
     static wchar_t const hex[] = L"0123456789ABCDEF";
+    std::wstring const kept(keep);
     std::wstring result;
     for (unsigned char const byte : kolt::StringUtils::toUTF8(text)) {
-        bool const keep = (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') ||
-                          (byte >= '0' && byte <= '9') || byte == '-' || byte == '.' ||
-                          byte == '_' || byte == '~' || byte == '/';
-        if (keep) {
+        bool const unreserved = (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') ||
+                                (byte >= '0' && byte <= '9') || byte == '-' || byte == '.' ||
+                                byte == '_' || byte == '~';
+        if (unreserved || (byte < 0x80 && kept.find(wchar_t(byte)) != std::wstring::npos)) {
             result += wchar_t(byte);
         } else {
             result += L'%';

@@ -56,9 +56,11 @@ struct ShapeState {
 
 void placeMesh(ShapeState& state, std::shared_ptr<koltx::Mesh> const& mesh) {
     CityModelDocument& document = state.document;
-    std::wstring path = mesh->getName();
+    // The views below point into the mesh's own name, or into the default path made here.
+    std::wstring_view path = mesh->getName();
+    std::wstring defaultPath;
     bool pathGiven = true;
-    if (path.find(L'\\') != std::wstring::npos) {
+    if (path.find(L'\\') != std::wstring_view::npos) {
         if (state.initialShapeIndex == 0) {
             int found = 0;
             if (detectCityGMLVersion(path, &found, document.version.value_or(0)))
@@ -69,7 +71,8 @@ void placeMesh(ShapeState& state, std::shared_ptr<koltx::Mesh> const& mesh) {
         std::wstring const u1 = gml::newUuidString();
         std::wstring const u2 = gml::newUuidString();
         std::wstring const u3 = gml::newUuidString();
-        path = defaultMeshPath(state.constructionId, u1, u2, u3);
+        defaultPath = defaultMeshPath(state.constructionId, u1, u2, u3);
+        path = defaultPath;
     }
 
     PathIterator iterator(path);

@@ -106,24 +106,47 @@ std::wstring_view spellTag(std::wstring_view tag, std::wstring& buffer) {
     return canonicalGmlGeometryTag(tag);
 }
 
-// The same, remembered per thread: a document repeats a few dozen tags millions of times. The
-// memory is bounded, since a hostile document may bring any number of distinct tags.
-std::wstring_view lookUpTag(std::wstring_view tag, std::wstring& buffer) {
-    struct Spelling {
-        std::wstring tag;
-        std::wstring spelled;
-    };
-    thread_local std::deque<Spelling> spellings;
-    thread_local std::unordered_map<std::wstring_view, std::wstring_view> known;
-    auto const hit = known.find(tag);
-    if (hit != known.end())
-        return hit->second;
-    std::wstring_view const spelled = spellTag(tag, buffer);
-    if (known.size() >= 4096)
-        return spelled;
-    Spelling& kept = spellings.emplace_back(Spelling{std::wstring(tag), std::wstring(spelled)});
-    known.emplace(kept.tag, kept.spelled);
-    return kept.spelled;
+// Answers per tag, remembered per thread: a document repeats a few dozen tags millions of times.
+// The memory is bounded, since a hostile document may bring any number of distinct tags.
+template <typename Value> class TagMemo {
+public:
+    // The value remembered for `tag`, or the one `make` gives, kept while there is room; the
+    // reference holds until the next call.
+    template <typename Make> Value const& get(std::wstring_view tag, Make make) {
+        auto const hit = known.find(tag);
+        if (hit != known.end())
+            return *hit->second;
+        if (known.size() >= 4096) {
+            spare = make(tag);
+            return spare;
+        }
+        auto& entry = kept.emplace_back(std::wstring(tag), make(tag));
+        known.emplace(entry.first, &entry.second);
+        return entry.second;
+    }
+
+private:
+    std::deque<std::pair<std::wstring, Value>> kept;
+    std::unordered_map<std::wstring_view, Value const*> known;
+    Value spare{};
+};
+
+std::wstring_view lookUpTag(std::wstring_view tag) {
+    thread_local TagMemo<std::wstring> spellings;
+    return spellings.get(tag, [](std::wstring_view unknown) {
+        std::wstring buffer;
+        return std::wstring(spellTag(unknown, buffer));
+    });
+}
+
+// 3 for a tag of the 3.0 vocabulary, 2 for one of 2.0 only, 0 for any other; in any case.
+int versionOfTag(std::wstring_view tag) {
+    std::wstring lower(tag);
+    for (wchar_t& c : lower)
+        c = static_cast<wchar_t>(std::towlower(static_cast<wint_t>(c)));
+    if (CityGML3Tags.count(lower) != 0)
+        return 3;
+    return CityGML2Tags.count(lower) != 0 ? 2 : 0;
 }
 
 } // namespace
@@ -131,9 +154,8 @@ std::wstring_view lookUpTag(std::wstring_view tag, std::wstring& buffer) {
 std::wstring normalizeNodePath(std::wstring const& path) {
     std::wstring result;
     result.reserve(path.size() + 16);
-    std::wstring buffer;
     for (PathIterator it(path); !it.atEnd(); ++it) {
-        std::wstring_view tag = lookUpTag(it.tag, buffer);
+        std::wstring_view tag = lookUpTag(it.tag);
         PathIterator next = it;
         ++next;
         for (PropertyPair const& pair : PropertyPairs) {
@@ -150,19 +172,18 @@ std::wstring normalizeNodePath(std::wstring const& path) {
     return result;
 }
 
-bool detectCityGMLVersion(std::wstring const& path, int* version, int seed) {
+bool detectCityGMLVersion(std::wstring_view path, int* version, int seed) {
     *version = seed;
     if (seed > 2)
         return true;
+    thread_local TagMemo<int> versions;
     for (PathIterator it(path); !it.atEnd(); ++it) {
-        std::wstring tag(it.tag);
-        for (wchar_t& c : tag)
-            c = static_cast<wchar_t>(std::towlower(static_cast<wint_t>(c)));
-        if (CityGML3Tags.count(tag) != 0) {
+        int const found = versions.get(it.tag, versionOfTag);
+        if (found == 3) {
             *version = 3;
             return true;
         }
-        if (CityGML2Tags.count(tag) != 0)
+        if (found == 2)
             *version = 2;
     }
     return *version > 0;

@@ -3,49 +3,65 @@
 #include "gml/CityElementNode.h"
 
 #include <algorithm>
-#include <regex>
+#include <numeric>
 
 namespace gml {
 
 namespace {
 
-const std::wregex lodTagRegex(L"[a-zA-Z]+:lod([0-5])(geometry|Geometry|solid|Solid|multisurface|"
-                              L"MultiSurface|multicurve|MultiCurve|point|Point)",
-                              std::regex_constants::ECMAScript);
-
 wchar_t const* const demReliefTags[] = {L"dem:TINRelief", L"dem:MassPointRelief",
                                         L"dem:BreaklineRelief", L"dem:grid"};
 
-// Insertion sort keeps equal elements in place, which is why short lists use it.
-constexpr std::size_t insertionSortLimit = 32;
+std::wstring_view const lodGeometryKinds[] = {
+    L"geometry",     L"Geometry",   L"solid",      L"Solid", L"multisurface",
+    L"MultiSurface", L"multicurve", L"MultiCurve", L"point", L"Point"};
 
-template <typename Before> void sortWith(NodeList& nodes, Before before) {
-    auto const compare = [&](std::shared_ptr<CityElementNode> const& a,
-                             std::shared_ptr<CityElementNode> const& b) {
-        return before(a->tag, b->tag);
-    };
-    if (nodes.size() > insertionSortLimit) {
-        std::stable_sort(nodes.begin(), nodes.end(), compare);
+bool isAsciiLetter(wchar_t c) {
+    return (c >= L'a' && c <= L'z') || (c >= L'A' && c <= L'Z');
+}
+
+// Every ordering here is "by a number per tag", so each tag is looked at once and the nodes are
+// sorted by their numbers; equal numbers keep their order.
+template <typename KeyOf> void sortByKey(NodeList& nodes, KeyOf keyOf) {
+    if (nodes.size() < 2)
         return;
-    }
-    for (std::size_t i = 1; i < nodes.size(); ++i) {
-        std::size_t j = i;
-        while (j > 0 && compare(nodes[i], nodes[j - 1]))
-            --j;
-        if (j != i)
-            std::rotate(nodes.begin() + static_cast<std::ptrdiff_t>(j),
-                        nodes.begin() + static_cast<std::ptrdiff_t>(i),
-                        nodes.begin() + static_cast<std::ptrdiff_t>(i) + 1);
-    }
+    std::vector<std::uint32_t> keys;
+    keys.reserve(nodes.size());
+    for (auto const& node : nodes)
+        keys.push_back(keyOf(node->tag));
+    if (std::is_sorted(keys.begin(), keys.end()))
+        return;
+    std::vector<std::size_t> order(nodes.size());
+    std::iota(order.begin(), order.end(), std::size_t(0));
+    std::stable_sort(order.begin(), order.end(),
+                     [&keys](std::size_t a, std::size_t b) { return keys[a] < keys[b]; });
+    NodeList sorted;
+    sorted.reserve(nodes.size());
+    for (std::size_t const i : order)
+        sorted.push_back(std::move(nodes[i]));
+    nodes.swap(sorted);
+}
+
+bool contains(std::wstring const& tag, wchar_t const* part) {
+    return tag.find(part) != std::wstring::npos;
 }
 
 } // namespace
 
 std::uint8_t lodOfTag(std::wstring const& tag) {
-    std::wsmatch match;
-    if (!std::regex_match(tag, match, lodTagRegex))
+    // "prefix:lodNkind", the prefix of letters only, N from 0 to 5.
+    std::size_t const colon = tag.find(L':');
+    if (colon == std::wstring::npos || colon == 0 ||
+        !std::all_of(tag.begin(), tag.begin() + static_cast<std::ptrdiff_t>(colon), isAsciiLetter))
         return 255;
-    return static_cast<std::uint8_t>(match[1].str()[0] - L'0');
+    std::wstring_view const rest = std::wstring_view(tag).substr(colon + 1);
+    if (rest.size() < 5 || rest.substr(0, 3) != L"lod" || rest[3] < L'0' || rest[3] > L'5')
+        return 255;
+    std::wstring_view const kind = rest.substr(4);
+    for (std::wstring_view const known : lodGeometryKinds)
+        if (kind == known)
+            return static_cast<std::uint8_t>(rest[3] - L'0');
+    return 255;
 }
 
 bool isDemReliefTag(std::wstring const& tag) {
@@ -56,60 +72,30 @@ bool isDemReliefTag(std::wstring const& tag) {
     return false;
 }
 
-bool lodThenBoundedByLast(std::wstring const& a, std::wstring const& b) {
-    const std::uint8_t lodA = lodOfTag(a);
-    const std::uint8_t lodB = lodOfTag(b);
-    if (lodA < lodB)
-        return true;
-    if (lodB < lodA)
-        return false;
-    if (a.find(L"boundedBy") != std::wstring::npos)
-        return false;
-    return b.find(L"boundedBy") != std::wstring::npos;
-}
-
-bool boundaryThenLod(std::wstring const& a, std::wstring const& b) {
-    if (b == L"core:boundary")
-        return false;
-    if (a == L"core:boundary")
-        return true;
-    const std::uint8_t lodA = lodOfTag(a);
-    const std::uint8_t lodB = lodOfTag(b);
-    if (lodA < lodB)
-        return true;
-    if (lodB < lodA)
-        return false;
-    if (b == L"trans:section")
-        return false;
-    return a == L"trans:section";
-}
-
-bool byRankTable(wchar_t const* const* table, std::size_t rows, std::wstring const& a,
-                 std::wstring const& b) {
-    for (std::size_t row = 0; row < rows; ++row) {
-        if (b == table[row])
-            return false;
-        if (a == table[row])
-            return true;
-    }
-    return false;
-}
-
-void sortNodes(NodeList& nodes, bool (*before)(std::wstring const&, std::wstring const&)) {
-    sortWith(nodes, before);
-}
-
 void sortNodesByTable(NodeList& nodes, wchar_t const* const* table, std::size_t rows) {
-    sortWith(nodes, [table, rows](std::wstring const& a, std::wstring const& b) {
-        return byRankTable(table, rows, a, b);
+    // A tag's first row; tags of no row go last.
+    sortByKey(nodes, [table, rows](std::wstring const& tag) {
+        std::size_t row = 0;
+        while (row < rows && tag != table[row])
+            ++row;
+        return static_cast<std::uint32_t>(row);
     });
 }
 
 void sortByGeneralRule(NodeList& nodes, std::int32_t version) {
-    if (version == 2)
-        sortNodes(nodes, lodThenBoundedByLast);
-    else if (version >= 3)
-        sortNodes(nodes, boundaryThenLod);
+    if (version == 2) {
+        // By LOD; boundedBy last among equal LODs.
+        sortByKey(nodes, [](std::wstring const& tag) {
+            return std::uint32_t(lodOfTag(tag)) * 2 + (contains(tag, L"boundedBy") ? 1 : 0);
+        });
+    } else if (version >= 3) {
+        // core:boundary first, then by LOD, trans:section first among equal LODs.
+        sortByKey(nodes, [](std::wstring const& tag) {
+            std::uint32_t const boundary = tag == L"core:boundary" ? 0 : 1;
+            std::uint32_t const section = tag == L"trans:section" ? 0 : 1;
+            return boundary << 16 | std::uint32_t(lodOfTag(tag)) << 1 | section;
+        });
+    }
 }
 
 } // namespace gml

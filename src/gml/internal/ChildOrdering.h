@@ -17,14 +17,8 @@ std::uint8_t lodOfTag(std::wstring const& tag);
 // True for the four relief component tags that write their own "dem:lod".
 bool isDemReliefTag(std::wstring const& tag);
 
-// Orderings: whether a child tagged `a` goes before one tagged `b`.
-bool lodThenBoundedByLast(std::wstring const& a, std::wstring const& b);
-bool boundaryThenLod(std::wstring const& a, std::wstring const& b);
-bool byRankTable(wchar_t const* const* table, std::size_t rows, std::wstring const& a,
-                 std::wstring const& b);
-
-// Sorts in place; for up to 32 children the result is exactly that of a stable sort.
-void sortNodes(NodeList& nodes, bool (*before)(std::wstring const&, std::wstring const&));
+// Sorts by the row of each child's tag in `table`, children of no row last; equal rows keep
+// their order.
 void sortNodesByTable(NodeList& nodes, wchar_t const* const* table, std::size_t rows);
 
 // The order of children that have no table of their own: by LOD for version 2, boundaries

@@ -12,12 +12,26 @@
 
 namespace {
 
+std::uint32_t hashOfId(std::wstring_view id) {
+    std::size_t const full = std::hash<std::wstring_view>()(id);
+    return static_cast<std::uint32_t>(full ^ (full >> 32));
+}
+
 // A step of a path; the views point into the given names or into the repair's own strings,
-// both of which outlive the repair.
+// both of which outlive the repair. The id's hash is kept, as a path is looked up several times.
 struct Step {
+    Step(std::wstring_view tag, std::wstring_view id, bool geometry = false)
+        : tag(tag), id(id), idHash(hashOfId(id)), geometry(geometry) {}
+
+    void setId(std::wstring_view newId) {
+        id = newId;
+        idHash = hashOfId(newId);
+    }
+
     std::wstring_view tag;
     std::wstring_view id;
-    bool geometry = false;
+    std::uint32_t idHash;
+    bool geometry;
 };
 
 using Steps = std::vector<Step>;
@@ -36,10 +50,10 @@ void splitPath(std::wstring_view path, Steps& steps) {
         std::wstring_view const text = path.substr(start, end - start);
         auto const bracket = text.find(L'[');
         if (bracket == std::wstring_view::npos)
-            steps.push_back({text, std::wstring_view()});
+            steps.emplace_back(text, std::wstring_view());
         else
-            steps.push_back(
-                {text.substr(0, bracket), text.substr(bracket + 1, text.size() - bracket - 2)});
+            steps.emplace_back(text.substr(0, bracket),
+                               text.substr(bracket + 1, text.size() - bracket - 2));
         start = end + 1;
     }
 }
@@ -62,21 +76,21 @@ public:
     std::wstring_view tag(std::uint32_t node) const { return nodes[node].tag; }
     bool hasChildren(std::uint32_t node) const { return nodes[node].children > 0; }
 
-    // The first child of `parent` with exactly this id (the one the encoder finds).
-    std::uint32_t find(std::uint32_t parent, std::wstring_view id) const {
-        return slots[slotOf(parent, id)].value;
+    // The first child of `parent` with exactly the step's id (the one the encoder finds).
+    std::uint32_t find(std::uint32_t parent, Step const& step) const {
+        return slots[slotOf(parent, step.id, hashOf(parent, step.idHash))].value;
     }
-    std::uint32_t add(std::uint32_t parent, std::wstring_view id, std::wstring_view tag) {
+    std::uint32_t add(std::uint32_t parent, Step const& step) {
         auto const node = static_cast<std::uint32_t>(nodes.size());
-        nodes.push_back({tag, 0});
+        nodes.push_back({step.tag, 0});
         ++nodes[parent].children;
-        claim(parent, id, node);
+        claim(parent, step, node);
         return node;
     }
     // Ids of geometries that have an element already, kept in the same table under a parent
     // that no node has.
-    bool placed(std::wstring_view id) const { return find(placedMark, id) != noNode; }
-    void place(std::wstring_view id) { claim(placedMark, id, 0); }
+    bool placed(Step const& step) const { return find(placedMark, step) != noNode; }
+    void place(Step const& step) { claim(placedMark, step, 0); }
 
 private:
     struct Node {
@@ -96,10 +110,9 @@ private:
     };
     static constexpr std::uint32_t placedMark = noNode - 1;
 
-    static std::uint32_t hashOf(std::uint32_t parent, std::wstring_view id) {
-        std::size_t const full =
-            std::hash<std::wstring_view>()(id) ^ (parent * std::size_t(0x9E3779B97F4A7C15ull));
-        return static_cast<std::uint32_t>(full ^ (full >> 32));
+    static std::uint32_t hashOf(std::uint32_t parent, std::uint32_t idHash) {
+        std::uint64_t const mixed = (idHash ^ parent) * std::uint64_t(0x9E3779B97F4A7C15ull);
+        return static_cast<std::uint32_t>(mixed >> 32);
     }
     // The slot that holds (parent, id), or the empty one where it would go.
     std::size_t slotOf(std::uint32_t parent, std::wstring_view id, std::uint32_t hash) const {
@@ -111,18 +124,15 @@ private:
                 return i;
         }
     }
-    std::size_t slotOf(std::uint32_t parent, std::wstring_view id) const {
-        return slotOf(parent, id, hashOf(parent, id));
-    }
     // Keeps the first value of a key.
-    void claim(std::uint32_t parent, std::wstring_view id, std::uint32_t value) {
+    void claim(std::uint32_t parent, Step const& step, std::uint32_t value) {
         if (2 * (used + 1) > slots.size())
             grow();
-        std::uint32_t const hash = hashOf(parent, id);
-        Slot& slot = slots[slotOf(parent, id, hash)];
+        std::uint32_t const hash = hashOf(parent, step.idHash);
+        Slot& slot = slots[slotOf(parent, step.id, hash)];
         if (slot.value != noNode)
             return;
-        slot = {parent, value, id.data(), static_cast<std::uint32_t>(id.size()), hash};
+        slot = {parent, value, step.id.data(), static_cast<std::uint32_t>(step.id.size()), hash};
         ++used;
     }
     void grow() {
@@ -220,11 +230,12 @@ std::uint32_t foreignSibling(Repair& repair, std::uint32_t node, Step& step, boo
     changed = true;
     auto const [alias, added] = repair.aliases.try_emplace({node, step.tag});
     if (added) {
-        step.id = alias->second = repair.freshId();
+        alias->second = repair.freshId();
+        step.setId(alias->second);
         return noNode;
     }
-    step.id = alias->second;
-    return repair.tree.find(node, step.id);
+    step.setId(alias->second);
+    return repair.tree.find(node, step);
 }
 
 // Rule "exact repeat": the path's innermost geometry exists already, so it would add no polygon,
@@ -253,7 +264,7 @@ bool secondObject(Tree const& tree, Steps const& steps, std::vector<char> const&
         isProperty(steps[i].tag) || (i + 1 < steps.size() && steps[i + 1].tag == steps[i].tag);
     if (!property || !idless[i] || i + 1 >= steps.size() || !tree.hasChildren(child))
         return false;
-    std::uint32_t const next = tree.find(child, steps[i + 1].id);
+    std::uint32_t const next = tree.find(child, steps[i + 1]);
     return next == noNode || tree.tag(next) != steps[i + 1].tag;
 }
 
@@ -264,7 +275,7 @@ bool safeForXml(Repair& repair, Steps& steps) {
     bool changed = false;
     for (auto& step : steps) {
         if (!XmlSafe::isText(step.id)) {
-            step.id = repair.keep(XmlSafe::text(step.id));
+            step.setId(repair.keep(XmlSafe::text(step.id)));
             changed = true;
         }
         if (!XmlSafe::isName(step.tag)) {
@@ -290,13 +301,13 @@ bool placePath(Repair& repair, Steps& steps) {
     auto split = [&](std::size_t at) {
         if (at == noFix)
             return changed;
-        steps[at].id = repair.freshId();
+        steps[at].setId(repair.freshId());
         return changed = true;
     };
     Tree const& tree = repair.tree;
     std::uint32_t node = Tree::root;
     for (std::size_t i = 0; i < steps.size(); ++i) {
-        std::uint32_t child = tree.find(node, steps[i].id);
+        std::uint32_t child = tree.find(node, steps[i]);
         if (child != noNode && tree.tag(child) != steps[i].tag && steps[i].id.empty())
             child = foreignSibling(repair, node, steps[i], changed);
         if (child == noNode || tree.tag(child) != steps[i].tag)
@@ -319,7 +330,7 @@ struct Reach {
 Reach reach(Tree const& tree, Steps const& steps) {
     Reach at;
     for (; at.step < steps.size(); ++at.step) {
-        std::uint32_t const child = tree.find(at.node, steps[at.step].id);
+        std::uint32_t const child = tree.find(at.node, steps[at.step]);
         if (child == noNode)
             break;
         at.node = child;
@@ -333,9 +344,9 @@ Reach reach(Tree const& tree, Steps const& steps) {
 bool distinctGeometryIds(Repair& repair, Steps& steps, Reach const& from) {
     bool changed = false;
     for (std::size_t i = from.step; i < steps.size(); ++i) {
-        if (!steps[i].id.empty() && steps[i].geometry && repair.tree.placed(steps[i].id)) {
+        if (!steps[i].id.empty() && steps[i].geometry && repair.tree.placed(steps[i])) {
             std::wstring id(steps[i].id);
-            steps[i].id = repair.keep(id + L"_" + std::wstring(repair.freshId()));
+            steps[i].setId(repair.keep(id + L"_" + std::wstring(repair.freshId())));
             changed = true;
         }
     }
@@ -349,12 +360,12 @@ void insert(Tree& tree, Steps const& steps, Reach const& from) {
     bool added = false;
     for (std::size_t i = from.step; i < steps.size(); ++i) {
         Step const& step = steps[i];
-        std::uint32_t child = added ? noNode : tree.find(node, step.id);
+        std::uint32_t child = added ? noNode : tree.find(node, step);
         if (child == noNode) {
-            child = tree.add(node, step.id, step.tag);
+            child = tree.add(node, step);
             added = true;
             if (!step.id.empty() && step.geometry)
-                tree.place(step.id);
+                tree.place(step);
         }
         node = child;
     }
@@ -413,7 +424,7 @@ std::size_t MeshNameRepair::repair(std::vector<std::wstring_view> const& names,
         // "bldg:Building[b]\\gml:Solid[]\\") or a surface is added for the faces.
         if (innermostGeometry(steps) == steps.size()) {
             std::wstring_view const rest = name.substr(name.rfind(L'\\') + 1);
-            steps.push_back({isGeometryTag(rest) ? rest : L"gml:MultiSurface", L"", true});
+            steps.emplace_back(isGeometryTag(rest) ? rest : L"gml:MultiSurface", L"", true);
             renamedHere = true;
         }
         if (placePath(repair, steps))

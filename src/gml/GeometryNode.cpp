@@ -9,7 +9,7 @@ GeometryNode::GeometryNode(std::wstring_view id, bool writeId, std::wstring_view
     : CityElementNode(id, writeId, tag), mesh(std::move(mesh)) {}
 
 bool GeometryNode::isOrientableSurface() const {
-    return tag == L"gml:OrientableSurface";
+    return tag == std::wstring_view(L"gml:OrientableSurface");
 }
 
 bool GeometryNode::writesOwnTag() const {
@@ -18,11 +18,11 @@ bool GeometryNode::writesOwnTag() const {
 
 void GeometryNode::writeContent(XmlWriter& writer) {
     wchar_t const* wrapper = nullptr;
-    if (tag == L"gml:Surface")
+    if (tag == std::wstring_view(L"gml:Surface"))
         wrapper = L"gml:patches";
-    else if (tag == L"gml:Solid")
+    else if (tag == std::wstring_view(L"gml:Solid"))
         wrapper = L"gml:exterior";
-    else if (tag == L"gml:TriangulatedSurface")
+    else if (tag == std::wstring_view(L"gml:TriangulatedSurface"))
         wrapper = writer.version < 3 ? L"gml:trianglePatches" : L"gml:patches";
 
     if (wrapper)

@@ -61,11 +61,11 @@ void PolygonNode::setSurfaceTag(std::wstring_view surfaceTag) {
         ownTag = surfaceTag;
         tagView = ownTag;
     }
-    if (surfaceTag == L"gml:Surface")
+    if (surfaceTag == std::wstring_view(L"gml:Surface"))
         form = Form::Patch;
-    else if (surfaceTag == L"gml:TriangulatedSurface")
+    else if (surfaceTag == std::wstring_view(L"gml:TriangulatedSurface"))
         form = Form::Triangle;
-    else if (surfaceTag == L"gml:OrientableSurface")
+    else if (surfaceTag == std::wstring_view(L"gml:OrientableSurface"))
         form = Form::Orientable;
     else
         form = Form::Polygon;

@@ -9,8 +9,8 @@ namespace gml {
 
 namespace {
 
-wchar_t const* const demReliefTags[] = {L"dem:TINRelief", L"dem:MassPointRelief",
-                                        L"dem:BreaklineRelief", L"dem:grid"};
+std::wstring_view const demReliefTags[] = {L"dem:TINRelief", L"dem:MassPointRelief",
+                                           L"dem:BreaklineRelief", L"dem:grid"};
 
 std::wstring_view const lodGeometryKinds[] = {
     L"geometry",     L"Geometry",   L"solid",      L"Solid", L"multisurface",
@@ -65,7 +65,7 @@ std::uint8_t lodOfTag(std::wstring const& tag) {
 }
 
 bool isDemReliefTag(std::wstring const& tag) {
-    for (wchar_t const* relief : demReliefTags) {
+    for (std::wstring_view const relief : demReliefTags) {
         if (tag == relief)
             return true;
     }
@@ -76,7 +76,7 @@ void sortNodesByTable(NodeList& nodes, wchar_t const* const* table, std::size_t 
     // A tag's first row; tags of no row go last.
     sortByKey(nodes, [table, rows](std::wstring const& tag) {
         std::size_t row = 0;
-        while (row < rows && tag != table[row])
+        while (row < rows && tag != std::wstring_view(table[row]))
             ++row;
         return static_cast<std::uint32_t>(row);
     });
@@ -91,8 +91,8 @@ void sortByGeneralRule(NodeList& nodes, std::int32_t version) {
     } else if (version >= 3) {
         // core:boundary first, then by LOD, trans:section first among equal LODs.
         sortByKey(nodes, [](std::wstring const& tag) {
-            std::uint32_t const boundary = tag == L"core:boundary" ? 0 : 1;
-            std::uint32_t const section = tag == L"trans:section" ? 0 : 1;
+            std::uint32_t const boundary = tag == std::wstring_view(L"core:boundary") ? 0 : 1;
+            std::uint32_t const section = tag == std::wstring_view(L"trans:section") ? 0 : 1;
             return boundary << 16 | std::uint32_t(lodOfTag(tag)) << 1 | section;
         });
     }

@@ -42,6 +42,18 @@ TEST(XmlWriterTest, ANulEndsTheText) {
     EXPECT_EQ(gml::toUtf8(std::wstring(L"ab\0cd", 5)), "ab");
     EXPECT_EQ(gml::toUtf8(std::wstring(L"\u00e9\0cd", 4)), "\xc3\xa9");
     EXPECT_EQ(gml::toUtf8(L""), "");
+    // Appending narrows ASCII in blocks of 16; a stop inside or after a block.
+    std::string const head(20, 'x');
+    std::wstring const wideHead(20, L'x');
+    for (auto const& [text, expected] : std::vector<std::pair<std::wstring, std::string>>{
+             {wideHead + L"\u00e9y", head + "\xc3\xa9y"},
+             {wideHead + std::wstring(L"\0cd", 3), head},
+             {L"0123456789abcde\u6771", "0123456789abcde\xe6\x9d\xb1"},
+             {wideHead + wideHead, head + head}}) {
+        std::string out = "<";
+        gml::appendUtf8(out, text);
+        EXPECT_EQ(out, "<" + expected);
+    }
 }
 
 TEST(XmlWriterTest, NumberFormTable) {

@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <string>
 
@@ -35,6 +36,8 @@ private:
         std::string temporaryPath;
         std::string targetPath;
         bool failed = false;
+        // The stream's buffer, freed after the stream is closed.
+        std::unique_ptr<char[]> buffer;
     };
 
     std::string directory;

@@ -88,11 +88,14 @@ uint64_t FileOutputCallbacks::open(wchar_t const* /*encoderId*/, int32_t /*conte
         setStatus(status, STATUS_IO);
         return 0;
     }
-    // Documents run to gigabytes and come in small blocks: few, large writes to the system.
-    std::setvbuf(file, nullptr, _IOFBF, std::size_t(1) << 20);
+    // Documents run to gigabytes and come in small blocks: few, large writes to the system. The
+    // C library takes the size only with a buffer of our own; without one it keeps 4 KiB.
+    std::size_t const bufferSize = std::size_t(1) << 20;
+    std::unique_ptr<char[]> buffer(new char[bufferSize]);
+    std::setvbuf(file, buffer.get(), _IOFBF, bufferSize);
     std::lock_guard<std::mutex> lock(mutex);
     uint64_t const handle = nextHandle++;
-    outputs[handle] = Output{file, temporary, target, false};
+    outputs[handle] = Output{file, temporary, target, false, std::move(buffer)};
     setStatus(status, 0);
     return handle;
 }

@@ -139,7 +139,7 @@ std::wstring_view lookUpTag(std::wstring_view tag) {
     });
 }
 
-// 3 for a tag of the 3.0 vocabulary, 2 for one of 2.0 only, 0 for any other; in any case.
+// 3 for a tag of the 3.0 vocabulary, 2 for one of 2.0 only, 0 for any other; case is ignored.
 int versionOfTag(std::wstring_view tag) {
     std::wstring lower(tag);
     for (wchar_t& c : lower)

@@ -7,18 +7,10 @@
 
 namespace gml {
 
-std::string toUtf8(std::wstring const& text) {
-    // Tags and ids are nearly always ASCII, which needs no conversion call at all.
-    bool ascii = true;
-    for (wchar_t unit : text) {
-        if (unit <= 0 || unit >= 0x80) {
-            ascii = false;
-            break;
-        }
-    }
-    if (ascii)
-        return std::string(text.begin(), text.end());
+namespace {
 
+// Text through the host's converter, which ends it at its terminator or at a NUL inside it.
+std::string convertedUtf8(std::wstring const& text) {
     std::vector<char> buffer(text.size(), '\0');
     std::size_t size = buffer.size();
     kolt::StringUtils::toUTF8FromUTF16(text.c_str(), buffer.empty() ? nullptr : buffer.data(),
@@ -32,6 +24,14 @@ std::string toUtf8(std::wstring const& text) {
     while (length < buffer.size() && buffer[length] != '\0')
         ++length;
     return std::string(buffer.data(), length);
+}
+
+} // namespace
+
+std::string toUtf8(std::wstring const& text) {
+    std::string out;
+    appendUtf8(out, text);
+    return out;
 }
 
 void appendUtf8(std::string& out, std::wstring_view text) {
@@ -57,7 +57,7 @@ void appendUtf8(std::string& out, std::wstring_view text) {
     if (ascii == text.size() || text[ascii] == 0)
         return;
     // The rest starts after ASCII, so no surrogate pair is cut.
-    out += toUtf8(std::wstring(text.substr(ascii)));
+    out += convertedUtf8(std::wstring(text.substr(ascii)));
 }
 
 } // namespace gml

@@ -3,9 +3,12 @@
 #include "XmlSafe.h"
 #include "vocabulary/GmlGeometryTags.h"
 
+#include <algorithm>
+#include <array>
+#include <charconv>
 #include <cwctype>
-#include <deque>
 #include <functional>
+#include <memory>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
@@ -36,6 +39,14 @@ struct Step {
 
 using Steps = std::vector<Step>;
 
+// Component `text` ("tag[id]" or "tag") of a path as the encoder reads it.
+Step stepOf(std::wstring_view text) {
+    auto const bracket = text.find(L'[');
+    if (bracket == std::wstring_view::npos)
+        return Step(text, std::wstring_view());
+    return Step(text.substr(0, bracket), text.substr(bracket + 1, text.size() - bracket - 2));
+}
+
 // Components "tag[id]\" or "tag\" as the encoder reads them; the rest after the last
 // backslash plays no part.
 void splitPath(std::wstring_view path, Steps& steps) {
@@ -43,17 +54,9 @@ void splitPath(std::wstring_view path, Steps& steps) {
     std::size_t start = 0;
     for (;;) {
         auto const end = path.find(L'\\', start);
-        if (end == std::wstring_view::npos)
-            break;
-        if (end == start)
+        if (end == std::wstring_view::npos || end == start)
             break; // a doubled backslash: leave such paths alone
-        std::wstring_view const text = path.substr(start, end - start);
-        auto const bracket = text.find(L'[');
-        if (bracket == std::wstring_view::npos)
-            steps.emplace_back(text, std::wstring_view());
-        else
-            steps.emplace_back(text.substr(0, bracket),
-                               text.substr(bracket + 1, text.size() - bracket - 2));
+        steps.push_back(stepOf(path.substr(start, end - start)));
         start = end + 1;
     }
 }
@@ -69,7 +72,12 @@ std::uint32_t const noNode = static_cast<std::uint32_t>(-1);
 // a tree of hundreds of thousands of nodes costs a few large blocks, not a heap block per node.
 class Tree {
 public:
-    Tree() : slots(1024) { nodes.push_back({}); }
+    // Room for about `nodes` nodes without growing.
+    explicit Tree(std::size_t expected = 0)
+        : slots(std::max<std::size_t>(1024, roomFor(expected))) {
+        nodes.reserve(expected + 1);
+        nodes.push_back({});
+    }
 
     static constexpr std::uint32_t root = 0;
 
@@ -110,6 +118,12 @@ private:
     };
     static constexpr std::uint32_t placedMark = noNode - 1;
 
+    static std::size_t roomFor(std::size_t entries) {
+        std::size_t size = 1;
+        while (size < 2 * entries)
+            size *= 2;
+        return size;
+    }
     static std::uint32_t hashOf(std::uint32_t parent, std::uint32_t idHash) {
         std::uint64_t const mixed = (idHash ^ parent) * std::uint64_t(0x9E3779B97F4A7C15ull);
         return static_cast<std::uint32_t>(mixed >> 32);
@@ -167,24 +181,40 @@ struct Repair {
     // that the later steps of that element find it again.
     std::unordered_map<std::pair<std::uint32_t, std::wstring_view>, std::wstring_view, ViewPairHash>
         aliases;
-    // Strings made here; a deque keeps them in place while views point into them.
-    std::deque<std::wstring> strings;
     // Ids of the form this repair makes that the names hold already.
     std::unordered_set<std::wstring> usedIds;
     std::size_t counter = 0;
     std::vector<char> idless;
 
-    std::wstring_view keep(std::wstring text) {
-        strings.push_back(std::move(text));
-        return strings.back();
+    // Copies `text` into blocks that stay in place while views point into them.
+    std::wstring_view keep(std::wstring_view text) {
+        if (text.size() > left) {
+            left = std::max<std::size_t>(text.size(), 1 << 16);
+            blocks.emplace_back(new wchar_t[left]);
+            next = blocks.back().get();
+        }
+        std::copy(text.begin(), text.end(), next);
+        std::wstring_view const kept(next, text.size());
+        next += text.size();
+        left -= text.size();
+        return kept;
     }
     std::wstring_view freshId() {
-        std::wstring id;
-        do
-            id = L"gmlcodec_" + std::to_wstring(++counter);
-        while (usedIds.count(id) != 0);
-        return keep(std::move(id));
+        wchar_t id[32] = L"gmlcodec_";
+        std::size_t const prefix = 9;
+        std::size_t size;
+        do {
+            char digits[24];
+            auto const end = std::to_chars(digits, digits + sizeof digits, ++counter).ptr;
+            size = static_cast<std::size_t>(std::copy(digits, end, id + prefix) - id);
+        } while (!usedIds.empty() && usedIds.count(std::wstring(id, size)) != 0);
+        return keep(std::wstring_view(id, size));
     }
+
+private:
+    std::vector<std::unique_ptr<wchar_t[]>> blocks;
+    wchar_t* next = nullptr;
+    std::size_t left = 0;
 };
 
 std::size_t innermostGeometry(Steps const& steps) {
@@ -268,23 +298,96 @@ bool secondObject(Tree const& tree, Steps const& steps, std::vector<char> const&
     return next == noNode || tree.tag(next) != steps[i + 1].tag;
 }
 
-// Rule "safe for XML": ids and tags are written into the document as they stand, so an id is
-// escaped like text and a tag made a valid element name, e.g. "bldg:Building[a&b]\" becomes
-// "bldg:Building[a&amp;b]\" and "my tag[x]\" becomes "my_tag[x]\". True if a step changed.
-bool safeForXml(Repair& repair, Steps& steps) {
-    bool changed = false;
-    for (auto& step : steps) {
-        if (!XmlSafe::isText(step.id)) {
-            step.setId(repair.keep(XmlSafe::text(step.id)));
-            changed = true;
+// Reads each name into its steps. Rule "safe for XML": ids and tags are written into the
+// document as they stand, so an id is escaped like text and a tag made a valid element name,
+// e.g. "bldg:Building[a&b]\\" becomes "bldg:Building[a&amp;b]\\" and "my tag[x]\\" becomes
+// "my_tag[x]\\". A feature's meshes come one after another and share their leading steps: the
+// steps a name shares with the one before are taken as they were read then, and the few tags
+// there are are looked at once each.
+class StepReader {
+public:
+    // True if a step changed.
+    bool read(Repair& repair, std::wstring_view name, Steps& steps) {
+        steps.clear();
+        std::size_t start = 0;
+        std::size_t kept = 0;
+        for (; kept < clean.size(); ++kept) {
+            std::size_t const end = clean[kept].end;
+            if (end > name.size() ||
+                name.substr(start, end - start) != previous.substr(start, end - start))
+                break;
+            // A renamed path's steps must view its own name, which outlives the one before.
+            Step& step = clean[kept].step;
+            step.tag = moved(step.tag, name);
+            step.id = moved(step.id, name);
+            steps.push_back(step);
+            start = end;
         }
-        if (!XmlSafe::isName(step.tag)) {
-            step.tag = repair.keep(XmlSafe::name(step.tag));
-            changed = true;
+        clean.erase(clean.begin() + static_cast<std::ptrdiff_t>(kept), clean.end());
+        previous = name;
+        bool changed = false;
+        for (;;) {
+            auto const end = name.find(L'\\', start);
+            if (end == std::wstring_view::npos || end == start)
+                break; // a doubled backslash: leave such paths alone
+            Step step = stepOf(name.substr(start, end - start));
+            start = end + 1;
+            bool safe = true;
+            if (!XmlSafe::isText(step.id)) {
+                step.setId(repair.keep(XmlSafe::text(step.id)));
+                safe = false;
+            }
+            Tag const& tag = lookUp(step.tag);
+            if (tag.name) {
+                step.geometry = tag.geometry;
+            } else {
+                step.tag = repair.keep(XmlSafe::name(step.tag));
+                step.geometry = isGeometryTag(step.tag);
+                safe = false;
+            }
+            steps.push_back(step);
+            changed |= !safe;
+            // Only an unbroken run of unchanged steps from the start can be taken again.
+            if (safe && clean.size() + 1 == steps.size())
+                clean.push_back({step, start});
         }
+        return changed;
     }
-    return changed;
-}
+
+private:
+    struct Clean {
+        Step step;
+        std::size_t end; // just past the step's backslash
+    };
+    struct Tag {
+        std::wstring_view text;
+        bool name = false;
+        bool geometry = false;
+    };
+
+    // The same part of `name` as `text` is of the previous name.
+    std::wstring_view moved(std::wstring_view text, std::wstring_view name) const {
+        if (text.data() == nullptr)
+            return text;
+        return name.substr(static_cast<std::size_t>(text.data() - previous.data()), text.size());
+    }
+    Tag const& lookUp(std::wstring_view text) {
+        std::size_t const size = text.size();
+        std::size_t const slot = size == 0
+                                     ? 0
+                                     : (size * 31 + static_cast<std::size_t>(text[size - 1]) * 7 +
+                                        static_cast<std::size_t>(text[size / 2])) %
+                                           tags.size();
+        Tag& tag = tags[slot];
+        if (tag.text.data() == nullptr || tag.text != text)
+            tag = {text, XmlSafe::isName(text), isGeometryTag(text)};
+        return tag;
+    }
+
+    std::wstring_view previous;
+    std::vector<Clean> clean; // the previous name's leading steps that needed no change
+    std::array<Tag, 64> tags{};
+};
 
 // Walks `steps` as the encoder would and applies the rules above where the path meets a node
 // that another mesh made; true if any step changed.
@@ -411,14 +514,17 @@ std::size_t MeshNameRepair::repair(std::vector<std::wstring_view> const& names,
     // kept as its steps, which view only its own name and the repair's strings.
     std::vector<std::pair<std::size_t, std::size_t>> renamed; // name, end of its steps
     Steps kept;
+    StepReader reader;
+    // A decoded city's names add about five nodes each and most of them are renamed; growing
+    // would move everything several times.
+    repair.tree = Tree(5 * names.size());
+    renamed.reserve(names.size());
+    kept.reserve(6 * names.size());
     for (std::size_t m = 0; m < names.size(); ++m) {
         std::wstring_view const name = names[m];
-        splitPath(name, steps);
+        bool renamedHere = reader.read(repair, name, steps);
         if (steps.empty())
             continue; // not a mesh path: the encoder gives it a default one
-        bool renamedHere = safeForXml(repair, steps);
-        for (auto& step : steps)
-            step.geometry = isGeometryTag(step.tag);
         // Rule "no geometry": a path without a geometry step would give no polygons, so an
         // unterminated one is closed ("bldg:Building[b]\\gml:Solid" becomes
         // "bldg:Building[b]\\gml:Solid[]\\") or a surface is added for the faces.

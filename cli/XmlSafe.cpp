@@ -40,6 +40,21 @@ bool isNcName(std::wstring_view text) {
 } // namespace
 
 bool XmlSafe::isText(std::wstring_view value) {
+    // Ids and names are plain ASCII nearly always: whole blocks of it are passed with one check
+    // that the compiler vectorises.
+    auto plain = [](wchar_t c) {
+        return c >= 0x20 && c < 0x7F && c != L'&' && c != L'<' && c != L'>' && c != L'"' &&
+               c != L'\'';
+    };
+    constexpr std::size_t block = 16;
+    while (value.size() >= block) {
+        bool all = true;
+        for (std::size_t i = 0; i < block; ++i)
+            all &= plain(value[i]);
+        if (!all)
+            break;
+        value.remove_prefix(block);
+    }
     for (wchar_t c : value)
         if (c == L'&' || c == L'<' || c == L'>' || c == L'"' || c == L'\'' || c == L'\t' ||
             c == L'\n' || c == L'\r' || !allowedInXml(c))

@@ -1,5 +1,6 @@
-// Mesh name repair and renaming on the paths a decoded city gives: 20,000 buildings with an id,
-// each with a solid and three boundary surfaces without ids, so that most names are repaired.
+// Mesh name repair and renaming on the paths a decoded city gives: 20,000 buildings with ids as
+// long as real ones, each with a solid and six boundary surfaces below a property element without
+// id, half of them in a building part, so that most names are repaired.
 #include "MeshNameRepair.h"
 
 #include <koltx/MeshBuilder.h>
@@ -14,16 +15,31 @@ namespace {
 
 constexpr int BUILDINGS = 20000;
 
+std::wstring uuid(int n, wchar_t const* kind) {
+    std::wstring digits = std::to_wstring(n);
+    return L"UUID_" + std::wstring(kind) + L"-4d1e-b76c-" + std::wstring(12 - digits.size(), L'0') +
+           digits + L"_t1";
+}
+
 std::vector<std::wstring> const& cityPaths() {
     static std::vector<std::wstring> const paths = [] {
         std::vector<std::wstring> list;
+        int n = 0;
         for (int b = 0; b < BUILDINGS; ++b) {
-            std::wstring const building = L"bldg:Building[b" + std::to_wstring(b) + L"]\\";
-            list.push_back(building + L"bldg:lod2Solid[]\\gml:Solid[s" + std::to_wstring(b) +
-                           L"]\\gml:CompositeSurface[]\\");
-            for (wchar_t const* surface : {L"WallSurface", L"RoofSurface", L"GroundSurface"})
-                list.push_back(building + L"bldg:boundedBy[]\\bldg:" + surface +
-                               L"[]\\bldg:lod2MultiSurface[]\\gml:MultiSurface[]\\");
+            std::wstring feature = L"bldg:Building[DEBE" + std::to_wstring(b) + L"_t1]\\";
+            if (b % 2 == 1)
+                feature += L"bldg:consistsOfBuildingPart[]\\bldg:BuildingPart[" +
+                           uuid(++n, L"part") + L"]\\";
+            std::wstring const solid = uuid(++n, L"solid");
+            list.push_back(feature + L"bldg:lod2Solid[]\\gml:Solid[" + solid +
+                           L"]\\gml:CompositeSurface[" + uuid(++n, L"comp") + L"]\\");
+            for (wchar_t const* surface : {L"WallSurface", L"WallSurface", L"WallSurface",
+                                           L"WallSurface", L"RoofSurface", L"GroundSurface"}) {
+                std::wstring const id = uuid(++n, L"surf");
+                list.push_back(feature + L"bldg:boundedBy[]\\bldg:" + surface + L"[" + id +
+                               L"]\\bldg:lod2MultiSurface[]\\gml:MultiSurface[" + uuid(++n, L"ms") +
+                               L"]\\");
+            }
         }
         return list;
     }();

@@ -5,14 +5,23 @@
 #include <algorithm>
 #include <cmath>
 
+namespace {
+
+// What a text of as many decimals as `scale` stands for gives back, allowing for the double's
+// own rounding.
+bool fits(double value, double scale) {
+    double const scaled = value * scale;
+    return std::fabs(scaled - std::nearbyint(scaled)) <= 1e-6 + std::fabs(scaled) * 1e-15;
+}
+
+} // namespace
+
 int CoordinateDecimals::needed(double value, int limit) {
     if (!std::isfinite(value))
         return 0;
     double scale = 1.0;
     for (int decimals = 0; decimals < limit; ++decimals) {
-        double const scaled = value * scale;
-        // What a text of this many decimals gives back, allowing for the double's own rounding.
-        if (std::fabs(scaled - std::nearbyint(scaled)) <= 1e-6 + std::fabs(scaled) * 1e-15)
+        if (fits(value, scale))
             return decimals;
         scale *= 10.0;
     }
@@ -21,11 +30,20 @@ int CoordinateDecimals::needed(double value, int limit) {
 
 int CoordinateDecimals::needed(std::vector<std::shared_ptr<koltx::Mesh>> const& meshes, int limit) {
     int most = 0;
+    double scale = 1.0; // 10 to the `most`, made as needed() makes it
     for (auto const& mesh : meshes) {
         for (double value : mesh->getVertexCoords()) {
-            most = std::max(most, needed(value, limit));
-            if (most == limit)
-                return most;
+            // A value that fits in `most` decimals needs no more: needed() stops at the first
+            // count that fits.
+            if (!std::isfinite(value) || fits(value, scale))
+                continue;
+            int const decimals = needed(value, limit);
+            if (decimals <= most)
+                continue;
+            if (decimals == limit)
+                return limit;
+            for (; most < decimals; ++most)
+                scale *= 10.0;
         }
     }
     return most;

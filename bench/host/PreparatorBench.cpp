@@ -158,8 +158,52 @@ void BM_PrepareOneMillionQuadMesh(benchmark::State& state) {
     state.counters["peak_MB"] = peakMegabytes();
 }
 
+// A decoded city as one initial shape: 100,000 meshes of two quads each, one per surface, so
+// that the work per mesh counts as much as the work per vertex.
+void BM_PrepareManySmallMeshes(benchmark::State& state) {
+    static std::shared_ptr<Shape> const leaf = [] {
+        GeometryBuilder geometry;
+        for (int m = 0; m < 100000; ++m) {
+            MeshBuilder mesh;
+            mesh.setName(L"bldg:Building[b]\\bldg:boundedBy[s" + std::to_wstring(m) +
+                         L"]\\gml:MultiSurface[]\\");
+            double const x = (m % 300) * 20.0, y = (m / 300) * 20.0;
+            for (int q = 0; q < 2; ++q) {
+                uint32_t const face = mesh.addFace();
+                static int const corner[4][2] = {{0, 0}, {1, 0}, {1, 1}, {0, 1}};
+                for (auto const& c : corner) {
+                    double const xyz[3] = {x + (q + c[0]) * 5.0, y, c[1] * 3.0};
+                    mesh.addFaceVertexIndex(face, mesh.addVertexCoords(xyz));
+                }
+            }
+            geometry.addMesh(mesh.createSharedAndReset(nullptr));
+        }
+        return std::make_shared<Shape>(geometry.createSharedAndReset(nullptr));
+    }();
+    auto flags = EncodePreparator::PreparationFlags()
+                     .instancing(false)
+                     .meshMerging(MeshMerging::KEEP)
+                     .mergeVertices(true)
+                     .mergeToleranceVertices(0.001f);
+    size_t meshes = 0;
+    for (auto _ : state) {
+        DefaultNamePreparator names(L"_", L"_");
+        auto preparator = EncodePreparator::create(true, names, names.newNamespace(),
+                                                   names.newNamespace(), nullptr);
+        preparator->addLeafShape(nullptr, leaf, nullptr, ReportsPtr());
+        std::vector<EncodePreparator::FinalizedInstance> instances;
+        preparator->fetchInstances(instances, flags, nullptr);
+        meshes = instances[0].getGeometry()->getMeshes().size();
+        benchmark::DoNotOptimize(meshes);
+    }
+    state.counters["meshes/s"] =
+        benchmark::Counter(1.0e5 * double(state.iterations()), benchmark::Counter::kIsRate);
+    state.counters["out_meshes"] = double(meshes);
+}
+
 } // namespace
 
+BENCHMARK(BM_PrepareManySmallMeshes)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_CopyCityCoordinates)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_PrepareCityWithoutMerging)->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK(BM_PrepareCityMergingVertices)->Unit(benchmark::kMillisecond)->Iterations(3);

@@ -58,7 +58,12 @@ uint32_t VertexMerger::merge(std::vector<double> const& coords, double tolerance
         uint32_t head = EMPTY;
         uint32_t tag = 0;
     };
-    std::vector<Slot> slots(1024);
+    // Most meshes of a city are a few faces: their table is sized to them rather than cleared
+    // at full size for each.
+    std::size_t initial = 16;
+    while (initial < 4 * count && initial < 1024)
+        initial *= 2;
+    std::vector<Slot> slots(initial);
     size_t mask = slots.size() - 1;
     size_t cells = 0;
     std::vector<uint32_t> next;

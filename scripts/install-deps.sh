@@ -7,7 +7,7 @@ packages=(
     libgtest-dev libgmock-dev googletest libbenchmark-dev
     libpng-dev libjpeg62-turbo-dev libxml2-dev libxml2-utils libboost-dev libglu1-mesa-dev
     libtinyobjloader-dev libcitygml-dev libfuzzer-14-dev libclang-rt-14-dev
-    libproj-dev proj-data proj-bin nlohmann-json3-dev nodejs chromium lcov parallel
+    libproj-dev proj-data proj-bin nlohmann-json3-dev libjemalloc-dev nodejs chromium lcov parallel
 )
 
 missing=()

@@ -25,7 +25,23 @@ void XmlWriter::beginLine() {
 }
 
 void XmlWriter::flushLine() {
-    stream.write(line.data(), static_cast<std::streamsize>(line.size()));
+    put(line.data(), line.size());
+}
+
+void XmlWriter::put(char const* bytes, std::size_t size) {
+    // The stream's buffer takes the bytes directly: a sentry for each line costs as much as the
+    // line. Failures end as std::ostream::write would end them.
+    if (!stream.good() || stream.exceptions() != std::ios_base::goodbit) {
+        stream.write(bytes, static_cast<std::streamsize>(size));
+        return;
+    }
+    try {
+        if (stream.rdbuf()->sputn(bytes, static_cast<std::streamsize>(size)) !=
+            static_cast<std::streamsize>(size))
+            stream.setstate(std::ios_base::badbit);
+    } catch (...) {
+        stream.setstate(std::ios_base::badbit);
+    }
 }
 
 void XmlWriter::appendOpenName() {
@@ -187,7 +203,7 @@ void XmlWriter::writeCoordinates(double const* values, std::size_t count) {
     char block[blockSize];
     std::size_t used = 0;
     auto const flush = [&] {
-        stream.write(block, static_cast<std::streamsize>(used));
+        put(block, used);
         used = 0;
     };
     for (std::size_t i = 0; i < count; ++i) {
@@ -207,7 +223,7 @@ void XmlWriter::writeCoordinates(double const* values, std::size_t count) {
 }
 
 void XmlWriter::writeRaw(std::string_view bytes) {
-    stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    put(bytes.data(), bytes.size());
 }
 
 } // namespace gml

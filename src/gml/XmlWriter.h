@@ -73,6 +73,7 @@ private:
     // Starts `line` with the indentation of the current depth.
     void beginLine();
     void flushLine();
+    void put(char const* bytes, std::size_t size);
 
     // Appends the name of the innermost open element to `line`.
     void appendOpenName();

@@ -97,4 +97,50 @@ TEST(XmlWriterTest, FailingCoordinateLeavesEarlierValuesWritten) {
     EXPECT_EQ(out.str().find("2.0"), std::string::npos);
 }
 
+// A target that takes `room` bytes and then fails, or throws where `throws` is set.
+class LimitedBuf : public std::streambuf {
+public:
+    LimitedBuf(std::size_t room, bool throws) : room(room), throws(throws) {}
+    std::string taken;
+
+protected:
+    int_type overflow(int_type c) override {
+        if (taken.size() >= room) {
+            if (throws)
+                throw std::runtime_error("target gone");
+            return traits_type::eof();
+        }
+        taken += traits_type::to_char_type(c);
+        return c;
+    }
+
+private:
+    std::size_t room;
+    bool throws;
+};
+
+// A target that fails leaves the stream bad and takes nothing more, also when it throws; the
+// writer's own caller learns of it from the stream alone.
+TEST(XmlWriterTest, AFailingTargetEndsTheOutput) {
+    auto start = [](XmlWriter& writer) {
+        writer.startElement(L"core:CityModel");
+        writer.writeTextElement(L"gml:name", L"n");
+    };
+    std::ostringstream whole;
+    XmlWriter complete(whole, 3, 3);
+    start(complete);
+    for (bool const throws : {false, true}) {
+        LimitedBuf target(12, throws);
+        std::ostream out(&target);
+        XmlWriter writer(out, 3, 3);
+        start(writer);
+        EXPECT_TRUE(out.bad()) << throws;
+        std::string const taken = target.taken;
+        EXPECT_EQ(taken, whole.str().substr(0, 12)) << throws;
+        EXPECT_NO_THROW(writer.writeCoordinates(std::vector<double>{1.0, 2.0}));
+        writer.endElement();
+        EXPECT_EQ(target.taken, taken) << throws;
+    }
+}
+
 } // namespace

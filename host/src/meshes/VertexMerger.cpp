@@ -1,5 +1,6 @@
 #include "VertexMerger.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -34,6 +35,104 @@ bool sameCell(double const* a, double const* b) {
 
 uint32_t VertexMerger::merge(std::vector<double> const& coords, double tolerance,
                              std::vector<uint32_t>& remap, std::vector<double>& merged) {
+    if (mergeByComparison(coords, tolerance, remap, merged))
+        return static_cast<uint32_t>(merged.size() / 3);
+    return mergeByCells(coords, tolerance, remap, merged);
+}
+
+// Most meshes of a city are a face or two. For them, comparing each vertex with the few
+// representatives before it is cheaper than hashing the eight cells around it, and it chooses
+// what the cell walk chooses: the nearest representative, and among equally near ones the first
+// the walk meets (cells in ascending x, y, z; within a cell the latest representative first).
+// It keeps to coordinates whose cell numbers are exact integers, where the walk visits exactly
+// the cells between its bounds.
+bool VertexMerger::mergeByComparison(std::vector<double> const& coords, double tolerance,
+                                     std::vector<uint32_t>& remap, std::vector<double>& merged) {
+    constexpr size_t most = 32;
+    size_t const count = coords.size() / 3;
+    if (count > most)
+        return false;
+    double const inverse = tolerance > 0.0 ? 1.0 / (2.0 * tolerance) : 0.0;
+    bool const exact = !(inverse > 0.0) || std::isinf(inverse);
+    if (!exact) {
+        constexpr double exactCells = 4503599627370496.0 / 4.0; // 2^50
+        for (size_t i = 0; i < count * 3; ++i)
+            if (!(std::fabs(coords[i]) * inverse < exactCells))
+                return false;
+    }
+    remap.assign(count, 0);
+    merged.clear();
+    merged.reserve(coords.size());
+    double const tolerance2 = tolerance * tolerance;
+    auto cellOf = [&](double const* p, double* cell) {
+        for (int a = 0; a < 3; ++a)
+            cell[a] = exact ? p[a] + 0.0 : std::floor(p[a] * inverse) + 0.0;
+    };
+
+    for (size_t i = 0; i < count; ++i) {
+        double const* p = &coords[i * 3];
+        size_t const representatives = merged.size() / 3;
+        uint32_t found = EMPTY;
+        if (exact) {
+            double own[3];
+            cellOf(p, own);
+            for (size_t r = 0; r < representatives && found == EMPTY; ++r) {
+                double cell[3];
+                cellOf(&merged[r * 3], cell);
+                if (sameCell(cell, own))
+                    found = static_cast<uint32_t>(r);
+            }
+        } else {
+            for (size_t r = 0; r < representatives && found == EMPTY; ++r) {
+                double const* q = &merged[r * 3];
+                if (q[0] == p[0] && q[1] == p[1] && q[2] == p[2])
+                    found = static_cast<uint32_t>(r);
+            }
+            if (found == EMPTY) {
+                double lo[3], hi[3];
+                for (int a = 0; a < 3; ++a) {
+                    lo[a] = std::floor((p[a] - tolerance) * inverse) + 0.0;
+                    hi[a] = std::floor((p[a] + tolerance) * inverse) + 0.0;
+                }
+                double best = 0.0;
+                double bestCell[3] = {0.0, 0.0, 0.0};
+                for (size_t r = representatives; r-- > 0;) {
+                    double const* q = &merged[r * 3];
+                    double const dx = p[0] - q[0], dy = p[1] - q[1], dz = p[2] - q[2];
+                    double const d2 = dx * dx + dy * dy + dz * dz;
+                    if (!(d2 < tolerance2 || d2 == 0.0))
+                        continue;
+                    double cell[3];
+                    cellOf(q, cell);
+                    bool inside = true;
+                    for (int a = 0; a < 3; ++a)
+                        inside = inside && lo[a] <= cell[a] && cell[a] <= hi[a];
+                    if (!inside)
+                        continue;
+                    // Latest first: an equally near one later in this loop wins only with a
+                    // lower cell.
+                    bool const better = found == EMPTY || d2 < best ||
+                                        (d2 == best && std::lexicographical_compare(
+                                                           cell, cell + 3, bestCell, bestCell + 3));
+                    if (better) {
+                        found = static_cast<uint32_t>(r);
+                        best = d2;
+                        std::copy(cell, cell + 3, bestCell);
+                    }
+                }
+            }
+        }
+        if (found == EMPTY) {
+            found = static_cast<uint32_t>(representatives);
+            merged.insert(merged.end(), p, p + 3);
+        }
+        remap[i] = found;
+    }
+    return true;
+}
+
+uint32_t VertexMerger::mergeByCells(std::vector<double> const& coords, double tolerance,
+                                    std::vector<uint32_t>& remap, std::vector<double>& merged) {
     size_t const count = coords.size() / 3;
     remap.assign(count, 0);
     merged.clear();

@@ -16,6 +16,14 @@ public:
     // Returns the number of merged vertices.
     static uint32_t merge(std::vector<double> const& coords, double tolerance,
                           std::vector<uint32_t>& remap, std::vector<double>& merged);
+
+    // The two ways merge() takes, with the same result: through the cells' table, and, for a
+    // few vertices of moderate size, by comparing each with every representative. The second
+    // returns false, touching nothing, where it does not apply.
+    static uint32_t mergeByCells(std::vector<double> const& coords, double tolerance,
+                                 std::vector<uint32_t>& remap, std::vector<double>& merged);
+    static bool mergeByComparison(std::vector<double> const& coords, double tolerance,
+                                  std::vector<uint32_t>& remap, std::vector<double>& merged);
 };
 
 } // namespace koltx

@@ -2,6 +2,8 @@
 #include "koltx/MaterialBuilder.h"
 #include "koltx/MeshBuilder.h"
 
+#include "../../host/src/meshes/MeshData.h"
+
 #include <gtest/gtest.h>
 
 #include <stdexcept>
@@ -174,4 +176,104 @@ TEST(Mesh, RenamedAndTakenInPlaceOnlyWhenHeldOnce) {
     EXPECT_TRUE(!kept && mesh->getVertexCount() == 3u);
     EXPECT_EQ(9u, MeshBuilder::takeArrays(mesh).coords.size());
     EXPECT_TRUE(!mesh && first != nullptr);
+}
+
+namespace {
+
+bool sameArrays(koltx::MeshArrays const& a, koltx::MeshArrays const& b) {
+    bool same = a.name == b.name && a.coords == b.coords && a.faceOffsets == b.faceOffsets &&
+                a.indices == b.indices && a.holeOffsets == b.holeOffsets && a.holes == b.holes &&
+                a.faceMaterials == b.faceMaterials && a.materials == b.materials &&
+                a.uvSets.size() == b.uvSets.size();
+    for (std::size_t s = 0; same && s < a.uvSets.size(); ++s)
+        same = a.uvSets[s].coords == b.uvSets[s].coords &&
+               a.uvSets[s].faceOffsets == b.uvSets[s].faceOffsets &&
+               a.uvSets[s].indices == b.uvSets[s].indices;
+    return same;
+}
+
+// Two triangles, the second a hole of the first, with a material and a UV set on the first.
+std::shared_ptr<koltx::Mesh> holedMesh() {
+    MeshBuilder builder;
+    builder.setName(L"m");
+    uint32_t const outer = builder.addFace();
+    uint32_t const hole = builder.addFace();
+    for (uint32_t face : {outer, hole})
+        for (int i = 0; i < 3; ++i)
+            builder.addFaceVertexIndex(face, addPoint(builder, i, 1 - i, face));
+    builder.addFaceHoleIndex(outer, hole);
+    builder.setFaceMaterialIndex(
+        outer, builder.addMaterial(koltx::MaterialBuilder().createSharedAndReset(nullptr)));
+    for (int i = 0; i < 3; ++i) {
+        double const uv[2] = {double(i), 0.0};
+        builder.addFaceUVIndex(outer, 0, builder.addUVCoords(0, uv));
+    }
+    return builder.createSharedAndReset(nullptr);
+}
+
+} // namespace
+
+// Arrays in the form a builder gives are taken over as they are; any other form is left to the
+// builder, untouched, and what the builder refuses is refused alike.
+TEST(Mesh, AdoptedOnlyInTheFormABuilderGives) {
+    auto const made = holedMesh();
+    koltx::MeshArrays const given = made->getArrays();
+    koltx::MeshArrays arrays = given;
+    auto const adopted = MeshBuilder::adopt(arrays);
+    ASSERT_TRUE(adopted);
+    EXPECT_TRUE(sameArrays(adopted->getArrays(), given));
+    EXPECT_EQ(adopted->getFaceHoleCount(0), 1u);
+    EXPECT_TRUE(arrays.coords.empty());
+
+    for (auto const& change : std::vector<void (*)(koltx::MeshArrays&)>{
+             [](koltx::MeshArrays& a) { a.uvSets.emplace_back(); },
+             [](koltx::MeshArrays& a) { a.uvSets[0].coords.push_back(1.0); },
+             [](koltx::MeshArrays& a) { a.indices.push_back(0); },
+             [](koltx::MeshArrays& a) { a.holeOffsets.pop_back(); },
+             [](koltx::MeshArrays& a) { a.coords.pop_back(); },
+             [](koltx::MeshArrays& a) { a.faceOffsets.clear(); }}) {
+        koltx::MeshArrays other = given;
+        change(other);
+        koltx::MeshArrays const before = other;
+        EXPECT_FALSE(MeshBuilder::adopt(other));
+        EXPECT_TRUE(sameArrays(other, before));
+    }
+
+    // Without materials every face gets index 0 of the default material.
+    koltx::MeshArrays plain = given;
+    plain.materials.clear();
+    plain.faceMaterials = {5};
+    auto const defaulted = MeshBuilder::adopt(plain);
+    ASSERT_TRUE(defaulted);
+    EXPECT_EQ(defaulted->getFaceMaterialIndices(), (std::vector<uint32_t>{0, 0}));
+    EXPECT_EQ(defaulted->getMaterials().size(), 1u);
+
+    koltx::MeshArrays broken = given;
+    broken.indices[1] = 99;
+    EXPECT_THROW(
+        {
+            try {
+                MeshBuilder::adopt(broken);
+            } catch (std::runtime_error const& error) {
+                EXPECT_NE(std::string(error.what()).find("vertex index 99 out of range"),
+                          std::string::npos);
+                throw;
+            }
+        },
+        std::runtime_error);
+}
+
+// Prepared data becomes a mesh in the builder's form either way: taken over, or rebuilt where a
+// set of UV coordinates was left empty at the end.
+TEST(Mesh, PreparedDataBecomesTheBuildersMesh) {
+    koltx::MeshArrays const given = holedMesh()->getArrays();
+    for (bool const emptySet : {false, true}) {
+        koltx::MeshData data;
+        static_cast<koltx::MeshArrays&>(data) = given;
+        if (emptySet)
+            data.uvSets.emplace_back().faceOffsets.assign(3, 0);
+        auto const mesh = data.takeMesh();
+        EXPECT_TRUE(sameArrays(mesh->getArrays(), given)) << emptySet;
+        EXPECT_TRUE(data.name.empty());
+    }
 }

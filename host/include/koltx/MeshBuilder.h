@@ -53,6 +53,10 @@ public:
     // The arrays of `mesh`, which is emptied. A mesh that nobody else holds gives its arrays
     // up without a copy; a shared one is copied.
     static MeshArrays takeArrays(std::shared_ptr<Mesh>& mesh);
+    // The mesh of `arrays`, taking them over, where adding their contents to a builder would give
+    // the same arrays; otherwise null, and `arrays` are left as they were. Throws as
+    // createSharedAndReset does for the same contents.
+    static std::shared_ptr<Mesh> adopt(MeshArrays& arrays);
 
 private:
     struct UVSet {
@@ -63,6 +67,8 @@ private:
 
     void reset();
     void noteFace(uint32_t face);
+    // Refuses what createSharedAndReset refuses; gives a mesh with faces the default material.
+    static void check(Mesh& mesh);
 
     static constexpr uint32_t NO_FACE = UINT32_MAX;
 

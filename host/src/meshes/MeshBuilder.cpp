@@ -139,70 +139,119 @@ std::shared_ptr<Mesh> MeshBuilder::createSharedAndReset(std::wstring* /*warnings
         fail(name, badFace, "no such face (the mesh has " + std::to_string(faceCount) + ")");
 
     std::shared_ptr<Mesh> mesh(new Mesh());
-    mesh->arrays.name = std::move(name);
-    mesh->arrays.coords = std::move(vertexCoords);
-    uint32_t const vertexCount = mesh->getVertexCount();
-
-    groupByFace(faceCount, indexFaces, indexValues, mesh->arrays.faceOffsets, mesh->arrays.indices);
-    for (uint32_t face = 0; face < faceCount; ++face) {
-        uint32_t const count = mesh->getFaceVertexCount(face);
-        if (count < 3)
-            fail(mesh->arrays.name, face,
-                 "has " + std::to_string(count) + " vertices, at least 3 are needed");
-        uint32_t const* indices = mesh->getFaceVertexIndices(face);
-        for (uint32_t i = 0; i < count; ++i)
-            if (indices[i] >= vertexCount)
-                fail(mesh->arrays.name, face,
-                     "vertex index " + std::to_string(indices[i]) + " out of range");
-    }
-
-    mesh->arrays.uvSets.resize(uvSets.size());
+    MeshArrays& arrays = mesh->arrays;
+    arrays.name = std::move(name);
+    arrays.coords = std::move(vertexCoords);
+    groupByFace(faceCount, indexFaces, indexValues, arrays.faceOffsets, arrays.indices);
+    arrays.uvSets.resize(uvSets.size());
     for (size_t set = 0; set < uvSets.size(); ++set) {
-        auto& target = mesh->arrays.uvSets[set];
+        auto& target = arrays.uvSets[set];
         target.coords = std::move(uvSets[set].coords);
         groupByFace(faceCount, uvSets[set].faces, uvSets[set].indices, target.faceOffsets,
                     target.indices);
+    }
+    groupByFace(faceCount, holeFaces, holeValues, arrays.holeOffsets, arrays.holes);
+    arrays.faceMaterials = std::move(faceMaterialIndices);
+    arrays.materials = std::move(materials);
+    check(*mesh);
+    return mesh;
+}
+
+void MeshBuilder::check(Mesh& mesh) {
+    MeshArrays& arrays = mesh.arrays;
+    uint32_t const faceCount = mesh.getFaceCount();
+    uint32_t const vertexCount = mesh.getVertexCount();
+    for (uint32_t face = 0; face < faceCount; ++face) {
+        uint32_t const count = mesh.getFaceVertexCount(face);
+        if (count < 3)
+            fail(arrays.name, face,
+                 "has " + std::to_string(count) + " vertices, at least 3 are needed");
+        uint32_t const* indices = mesh.getFaceVertexIndices(face);
+        for (uint32_t i = 0; i < count; ++i)
+            if (indices[i] >= vertexCount)
+                fail(arrays.name, face,
+                     "vertex index " + std::to_string(indices[i]) + " out of range");
+    }
+
+    for (size_t set = 0; set < arrays.uvSets.size(); ++set) {
+        auto const& target = arrays.uvSets[set];
         uint32_t const uvCount = static_cast<uint32_t>(target.coords.size() / 2);
         for (uint32_t face = 0; face < faceCount; ++face) {
             uint32_t const count = target.faceOffsets[face + 1] - target.faceOffsets[face];
-            if (count != 0 && count != mesh->getFaceVertexCount(face))
-                fail(mesh->arrays.name, face,
+            if (count != 0 && count != mesh.getFaceVertexCount(face))
+                fail(arrays.name, face,
                      std::to_string(count) + " UV indices in set " + std::to_string(set) + " for " +
-                         std::to_string(mesh->getFaceVertexCount(face)) + " vertices");
+                         std::to_string(mesh.getFaceVertexCount(face)) + " vertices");
             for (uint32_t i = target.faceOffsets[face]; i < target.faceOffsets[face + 1]; ++i)
                 if (target.indices[i] >= uvCount)
-                    fail(mesh->arrays.name, face,
+                    fail(arrays.name, face,
                          "UV index " + std::to_string(target.indices[i]) + " out of range in set " +
                              std::to_string(set));
         }
     }
 
-    groupByFace(faceCount, holeFaces, holeValues, mesh->arrays.holeOffsets, mesh->arrays.holes);
-    mesh->holeFaces.assign(faceCount, false);
+    mesh.holeFaces.assign(faceCount, false);
     for (uint32_t face = 0; face < faceCount; ++face) {
-        for (uint32_t i = mesh->arrays.holeOffsets[face]; i < mesh->arrays.holeOffsets[face + 1];
-             ++i) {
-            uint32_t const hole = mesh->arrays.holes[i];
+        for (uint32_t i = arrays.holeOffsets[face]; i < arrays.holeOffsets[face + 1]; ++i) {
+            uint32_t const hole = arrays.holes[i];
             if (hole >= faceCount || hole == face)
-                fail(mesh->arrays.name, face,
+                fail(arrays.name, face,
                      "hole face " + std::to_string(hole) + " is not another face");
-            if (mesh->holeFaces[hole])
-                fail(mesh->arrays.name, face, "face " + std::to_string(hole) + " is a hole twice");
-            mesh->holeFaces[hole] = true;
+            if (mesh.holeFaces[hole])
+                fail(arrays.name, face, "face " + std::to_string(hole) + " is a hole twice");
+            mesh.holeFaces[hole] = true;
         }
     }
     for (uint32_t face = 0; face < faceCount; ++face)
-        if (mesh->holeFaces[face] && mesh->getFaceHoleCount(face) > 0)
-            fail(mesh->arrays.name, face, "a hole cannot have holes of its own");
+        if (mesh.holeFaces[face] && mesh.getFaceHoleCount(face) > 0)
+            fail(arrays.name, face, "a hole cannot have holes of its own");
 
-    if (materials.empty() && faceCount > 0)
-        materials.push_back(MaterialBuilder().createSharedAndReset(nullptr));
+    if (arrays.materials.empty() && faceCount > 0)
+        arrays.materials.push_back(MaterialBuilder().createSharedAndReset(nullptr));
     for (uint32_t face = 0; face < faceCount; ++face)
-        if (faceMaterialIndices[face] >= materials.size())
-            fail(mesh->arrays.name, face,
-                 "material index " + std::to_string(faceMaterialIndices[face]) + " out of range");
-    mesh->arrays.faceMaterials = std::move(faceMaterialIndices);
-    mesh->arrays.materials = std::move(materials);
+        if (arrays.faceMaterials[face] >= arrays.materials.size())
+            fail(arrays.name, face,
+                 "material index " + std::to_string(arrays.faceMaterials[face]) + " out of range");
+}
+
+namespace {
+
+// Offsets of per-face ranges as grouping makes them: from 0, one per face and one more, never
+// falling, ending at the number of values.
+bool groupedOffsets(std::vector<uint32_t> const& offsets, size_t faces, size_t values) {
+    if (offsets.size() != faces + 1 || offsets.front() != 0 || offsets.back() != values)
+        return false;
+    for (size_t f = 0; f < faces; ++f)
+        if (offsets[f + 1] < offsets[f])
+            return false;
+    return true;
+}
+
+} // namespace
+
+std::shared_ptr<Mesh> MeshBuilder::adopt(MeshArrays& arrays) {
+    size_t const faces = arrays.faceOffsets.empty() ? 0 : arrays.faceOffsets.size() - 1;
+    // Only arrays that adding them one by one would give back unchanged: whole vertices and UV
+    // pairs, ranges as grouping makes them, and a last UV set that a builder would create.
+    bool same = !arrays.faceOffsets.empty() && arrays.coords.size() % 3 == 0 &&
+                groupedOffsets(arrays.faceOffsets, faces, arrays.indices.size()) &&
+                groupedOffsets(arrays.holeOffsets, faces, arrays.holes.size());
+    for (auto const& set : arrays.uvSets)
+        same = same && set.coords.size() % 2 == 0 &&
+               groupedOffsets(set.faceOffsets, faces, set.indices.size());
+    if (!arrays.uvSets.empty())
+        same =
+            same && (!arrays.uvSets.back().coords.empty() || !arrays.uvSets.back().indices.empty());
+    if (!same)
+        return nullptr;
+    std::shared_ptr<Mesh> mesh(new Mesh());
+    mesh->arrays = std::move(arrays);
+    // A face without a material index has index 0, as have all where the mesh has no material.
+    if (mesh->arrays.materials.empty())
+        mesh->arrays.faceMaterials.assign(faces, 0);
+    else
+        mesh->arrays.faceMaterials.resize(faces, 0);
+    check(*mesh);
     return mesh;
 }
 

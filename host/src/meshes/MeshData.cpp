@@ -26,6 +26,10 @@ std::shared_ptr<Mesh> MeshData::toMesh() const {
 }
 
 std::shared_ptr<Mesh> MeshData::takeMesh() {
+    if (auto mesh = MeshBuilder::adopt(*this)) {
+        static_cast<MeshArrays&>(*this) = MeshArrays();
+        return mesh;
+    }
     std::wstring taken = std::move(name);
     name.clear();
     return build(std::move(taken));

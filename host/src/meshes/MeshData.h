@@ -19,7 +19,8 @@ struct MeshData : MeshArrays {
     // As fromMesh, moving the arrays where `mesh` alone holds them; `mesh` is emptied.
     static MeshData take(std::shared_ptr<Mesh>& mesh);
     std::shared_ptr<Mesh> toMesh() const;
-    // As toMesh, moving the name (often long) instead of copying it; the name is left empty.
+    // As toMesh, taking the arrays over where they are in the form a builder gives them, and
+    // moving the name (often long) in any case; the data is left empty.
     std::shared_ptr<Mesh> takeMesh();
 
 private:

@@ -119,6 +119,18 @@ void BM_CopyCityCoordinates(benchmark::State& state) {
     state.counters["peak_MB"] = peakMegabytes();
 }
 
+// The prepared geometry of one leaf, added and fetched as an encoder does.
+std::shared_ptr<Geometry const> prepareOne(std::shared_ptr<Shape> const& leaf,
+                                           EncodePreparator::PreparationFlags const& flags) {
+    DefaultNamePreparator names(L"_", L"_");
+    auto preparator =
+        EncodePreparator::create(true, names, names.newNamespace(), names.newNamespace(), nullptr);
+    preparator->addLeafShape(nullptr, leaf, nullptr, ReportsPtr());
+    std::vector<EncodePreparator::FinalizedInstance> instances;
+    preparator->fetchInstances(instances, flags, nullptr);
+    return instances[0].getGeometry();
+}
+
 // One mesh of a million quads (four million corners) in a single initial shape.
 void BM_PrepareOneMillionQuadMesh(benchmark::State& state) {
     static std::shared_ptr<Shape> const leaf = [] {
@@ -143,13 +155,7 @@ void BM_PrepareOneMillionQuadMesh(benchmark::State& state) {
                      .mergeToleranceVertices(0.001f);
     size_t vertices = 0;
     for (auto _ : state) {
-        DefaultNamePreparator names(L"_", L"_");
-        auto preparator = EncodePreparator::create(true, names, names.newNamespace(),
-                                                   names.newNamespace(), nullptr);
-        preparator->addLeafShape(nullptr, leaf, nullptr, ReportsPtr());
-        std::vector<EncodePreparator::FinalizedInstance> instances;
-        preparator->fetchInstances(instances, flags, nullptr);
-        vertices = instances[0].getGeometry()->getVertexCount();
+        vertices = prepareOne(leaf, flags)->getVertexCount();
         benchmark::DoNotOptimize(vertices);
     }
     state.counters["vertices/s"] =
@@ -187,13 +193,7 @@ void BM_PrepareManySmallMeshes(benchmark::State& state) {
                      .mergeToleranceVertices(0.001f);
     size_t meshes = 0;
     for (auto _ : state) {
-        DefaultNamePreparator names(L"_", L"_");
-        auto preparator = EncodePreparator::create(true, names, names.newNamespace(),
-                                                   names.newNamespace(), nullptr);
-        preparator->addLeafShape(nullptr, leaf, nullptr, ReportsPtr());
-        std::vector<EncodePreparator::FinalizedInstance> instances;
-        preparator->fetchInstances(instances, flags, nullptr);
-        meshes = instances[0].getGeometry()->getMeshes().size();
+        meshes = prepareOne(leaf, flags)->getMeshes().size();
         benchmark::DoNotOptimize(meshes);
     }
     state.counters["meshes/s"] =

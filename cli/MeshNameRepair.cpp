@@ -72,7 +72,7 @@ std::uint32_t const noNode = static_cast<std::uint32_t>(-1);
 // a tree of hundreds of thousands of nodes costs a few large blocks, not a heap block per node.
 class Tree {
 public:
-    // Room for about `nodes` nodes without growing.
+    // Room for about `expected` nodes without growing.
     explicit Tree(std::size_t expected = 0)
         : slots(std::max<std::size_t>(1024, roomFor(expected))) {
         nodes.reserve(expected + 1);
@@ -300,10 +300,10 @@ bool secondObject(Tree const& tree, Steps const& steps, std::vector<char> const&
 
 // Reads each name into its steps. Rule "safe for XML": ids and tags are written into the
 // document as they stand, so an id is escaped like text and a tag made a valid element name,
-// e.g. "bldg:Building[a&b]\\" becomes "bldg:Building[a&amp;b]\\" and "my tag[x]\\" becomes
-// "my_tag[x]\\". A feature's meshes come one after another and share their leading steps: the
-// steps a name shares with the one before are taken as they were read then, and the few tags
-// there are are looked at once each.
+// e.g. "bldg:Building[a&b]\" becomes "bldg:Building[a&amp;b]\" and "my tag[x]\" becomes
+// "my_tag[x]\" in the new name. A feature's meshes come one after another and share their
+// leading steps: the steps a name shares with the one before are taken as they were read then,
+// and each of the few tags is checked once.
 class StepReader {
 public:
     // True if a step changed.

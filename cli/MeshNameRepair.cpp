@@ -47,16 +47,15 @@ Step stepOf(std::wstring_view text) {
     return Step(text.substr(0, bracket), text.substr(bracket + 1, text.size() - bracket - 2));
 }
 
-// Components "tag[id]\" or "tag\" as the encoder reads them; the rest after the last
-// backslash plays no part.
-void splitPath(std::wstring_view path, Steps& steps) {
-    steps.clear();
-    std::size_t start = 0;
+// Calls `each(step, end)` for the components "tag[id]\" or "tag\" of `path` from `start` on,
+// as the encoder reads them, `end` being just past the component's backslash; the rest after
+// the last backslash plays no part.
+template <typename Each> void forEachStep(std::wstring_view path, std::size_t start, Each each) {
     for (;;) {
         auto const end = path.find(L'\\', start);
         if (end == std::wstring_view::npos || end == start)
             break; // a doubled backslash: leave such paths alone
-        steps.push_back(stepOf(path.substr(start, end - start)));
+        each(stepOf(path.substr(start, end - start)), end + 1);
         start = end + 1;
     }
 }
@@ -326,12 +325,7 @@ public:
         clean.erase(clean.begin() + static_cast<std::ptrdiff_t>(kept), clean.end());
         previous = name;
         bool changed = false;
-        for (;;) {
-            auto const end = name.find(L'\\', start);
-            if (end == std::wstring_view::npos || end == start)
-                break; // a doubled backslash: leave such paths alone
-            Step step = stepOf(name.substr(start, end - start));
-            start = end + 1;
+        forEachStep(name, start, [&](Step step, std::size_t end) {
             bool safe = true;
             if (!XmlSafe::isText(step.id)) {
                 step.setId(repair.keep(XmlSafe::text(step.id)));
@@ -349,8 +343,8 @@ public:
             changed |= !safe;
             // Only an unbroken run of unchanged steps from the start can be taken again.
             if (safe && clean.size() + 1 == steps.size())
-                clean.push_back({step, start});
-        }
+                clean.push_back({step, end});
+        });
         return changed;
     }
 
@@ -504,10 +498,10 @@ std::size_t MeshNameRepair::repair(std::vector<std::wstring_view> const& names,
     for (auto const& name : names) {
         if (name.find(L"[gmlcodec_") == std::wstring::npos)
             continue;
-        splitPath(name, steps);
-        for (auto const& step : steps)
+        forEachStep(name, 0, [&repair](Step const& step, std::size_t) {
             if (step.id.substr(0, 9) == L"gmlcodec_")
                 repair.usedIds.emplace(step.id);
+        });
     }
 
     // The names stay as given until the end: the tree holds views of them. A renamed path is

@@ -26,13 +26,11 @@ std::shared_ptr<Mesh> MeshData::toMesh() const {
 }
 
 std::shared_ptr<Mesh> MeshData::takeMesh() {
-    if (auto mesh = MeshBuilder::adopt(*this)) {
-        static_cast<MeshArrays&>(*this) = MeshArrays();
-        return mesh;
-    }
-    std::wstring taken = std::move(name);
-    name.clear();
-    return build(std::move(taken));
+    std::shared_ptr<Mesh> mesh = MeshBuilder::adopt(*this);
+    if (!mesh)
+        mesh = build(std::move(name));
+    static_cast<MeshArrays&>(*this) = MeshArrays();
+    return mesh;
 }
 
 std::shared_ptr<Mesh> MeshData::build(std::wstring meshName) const {

@@ -31,6 +31,32 @@ bool sameCell(double const* a, double const* b) {
     return bits(a[0]) == bits(b[0]) && bits(a[1]) == bits(b[1]) && bits(a[2]) == bits(b[2]);
 }
 
+// The cells vertices fall into: twice the tolerance wide, or the coordinates themselves where
+// only exact duplicates are joined.
+struct Grid {
+    explicit Grid(double tolerance)
+        : tolerance(tolerance), tolerance2(tolerance * tolerance),
+          inverse(tolerance > 0.0 ? 1.0 / (2.0 * tolerance) : 0.0),
+          exact(!(inverse > 0.0) || std::isinf(inverse)) {}
+
+    void cellOf(double const* p, double* cell) const {
+        for (int a = 0; a < 3; ++a)
+            cell[a] = exact ? p[a] + 0.0 : std::floor(p[a] * inverse) + 0.0;
+    }
+    // The lowest and highest cell on each axis that a point within the tolerance of `p` can be in.
+    void reach(double const* p, double* lo, double* hi) const {
+        for (int a = 0; a < 3; ++a) {
+            lo[a] = std::floor((p[a] - tolerance) * inverse) + 0.0;
+            hi[a] = std::floor((p[a] + tolerance) * inverse) + 0.0;
+        }
+    }
+
+    double tolerance;
+    double tolerance2;
+    double inverse;
+    bool exact;
+};
+
 } // namespace
 
 uint32_t VertexMerger::merge(std::vector<double> const& coords, double tolerance,
@@ -52,33 +78,27 @@ bool VertexMerger::mergeByComparison(std::vector<double> const& coords, double t
     size_t const count = coords.size() / 3;
     if (count > most)
         return false;
-    double const inverse = tolerance > 0.0 ? 1.0 / (2.0 * tolerance) : 0.0;
-    bool const exact = !(inverse > 0.0) || std::isinf(inverse);
-    if (!exact) {
+    Grid const grid(tolerance);
+    if (!grid.exact) {
         constexpr double exactCells = 4503599627370496.0 / 4.0; // 2^50
         for (size_t i = 0; i < count * 3; ++i)
-            if (!(std::fabs(coords[i]) * inverse < exactCells))
+            if (!(std::fabs(coords[i]) * grid.inverse < exactCells))
                 return false;
     }
     remap.assign(count, 0);
     merged.clear();
     merged.reserve(coords.size());
-    double const tolerance2 = tolerance * tolerance;
-    auto cellOf = [&](double const* p, double* cell) {
-        for (int a = 0; a < 3; ++a)
-            cell[a] = exact ? p[a] + 0.0 : std::floor(p[a] * inverse) + 0.0;
-    };
 
     for (size_t i = 0; i < count; ++i) {
         double const* p = &coords[i * 3];
         size_t const representatives = merged.size() / 3;
         uint32_t found = EMPTY;
-        if (exact) {
+        if (grid.exact) {
             double own[3];
-            cellOf(p, own);
+            grid.cellOf(p, own);
             for (size_t r = 0; r < representatives && found == EMPTY; ++r) {
                 double cell[3];
-                cellOf(&merged[r * 3], cell);
+                grid.cellOf(&merged[r * 3], cell);
                 if (sameCell(cell, own))
                     found = static_cast<uint32_t>(r);
             }
@@ -90,20 +110,17 @@ bool VertexMerger::mergeByComparison(std::vector<double> const& coords, double t
             }
             if (found == EMPTY) {
                 double lo[3], hi[3];
-                for (int a = 0; a < 3; ++a) {
-                    lo[a] = std::floor((p[a] - tolerance) * inverse) + 0.0;
-                    hi[a] = std::floor((p[a] + tolerance) * inverse) + 0.0;
-                }
+                grid.reach(p, lo, hi);
                 double best = 0.0;
                 double bestCell[3] = {0.0, 0.0, 0.0};
                 for (size_t r = representatives; r-- > 0;) {
                     double const* q = &merged[r * 3];
                     double const dx = p[0] - q[0], dy = p[1] - q[1], dz = p[2] - q[2];
                     double const d2 = dx * dx + dy * dy + dz * dz;
-                    if (!(d2 < tolerance2 || d2 == 0.0))
+                    if (!(d2 < grid.tolerance2 || d2 == 0.0))
                         continue;
                     double cell[3];
-                    cellOf(q, cell);
+                    grid.cellOf(q, cell);
                     bool inside = true;
                     for (int a = 0; a < 3; ++a)
                         inside = inside && lo[a] <= cell[a] && cell[a] <= hi[a];
@@ -140,15 +157,7 @@ uint32_t VertexMerger::mergeByCells(std::vector<double> const& coords, double to
     if (count == 0)
         return 0;
 
-    double const inverse = tolerance > 0.0 ? 1.0 / (2.0 * tolerance) : 0.0;
-    bool const exact = !(inverse > 0.0) || std::isinf(inverse);
-    double const tolerance2 = tolerance * tolerance;
-
-    // Cell of a point: its coordinates themselves when exact, else the floored cell numbers.
-    auto cellOf = [&](double const* p, double* cell) {
-        for (int a = 0; a < 3; ++a)
-            cell[a] = exact ? p[a] + 0.0 : std::floor(p[a] * inverse) + 0.0;
-    };
+    Grid const grid(tolerance);
 
     // Open addressing, cell -> first representative; chains continue through `next`. The
     // high hash bits sit beside the head, so one cache line answers most probes, and the table
@@ -177,7 +186,7 @@ uint32_t VertexMerger::mergeByCells(std::vector<double> const& coords, double to
                 return slot;
             if (entry.tag == tag) {
                 double headCell[3];
-                cellOf(&merged[size_t(entry.head) * 3], headCell);
+                grid.cellOf(&merged[size_t(entry.head) * 3], headCell);
                 if (sameCell(headCell, cell))
                     return slot;
             }
@@ -195,7 +204,7 @@ uint32_t VertexMerger::mergeByCells(std::vector<double> const& coords, double to
             if (entry.head == EMPTY)
                 continue;
             double cell[3];
-            cellOf(&merged[size_t(entry.head) * 3], cell);
+            grid.cellOf(&merged[size_t(entry.head) * 3], cell);
             uint64_t const hash = hashCell(cell[0], cell[1], cell[2]);
             size_t slot = hash & mask;
             while (slots[slot].head != EMPTY)
@@ -207,16 +216,16 @@ uint32_t VertexMerger::mergeByCells(std::vector<double> const& coords, double to
     for (size_t i = 0; i < count; ++i) {
         double const* p = &coords[i * 3];
         uint32_t found = EMPTY;
-        if (exact) {
+        if (grid.exact) {
             double cell[3];
-            cellOf(p, cell);
+            grid.cellOf(p, cell);
             uint32_t const head = slots[findSlot(cell)].head;
             if (head != EMPTY)
                 found = head;
         } else {
             // An exact duplicate in the vertex's own cell is as near as it gets: no further look.
             double own[3];
-            cellOf(p, own);
+            grid.cellOf(p, own);
             for (uint32_t r = slots[findSlot(own)].head; r != EMPTY && found == EMPTY;
                  r = next[r]) {
                 double const* q = &merged[size_t(r) * 3];
@@ -228,11 +237,8 @@ uint32_t VertexMerger::mergeByCells(std::vector<double> const& coords, double to
                 continue;
             }
             double lo[3], hi[3];
-            for (int a = 0; a < 3; ++a) {
-                lo[a] = std::floor((p[a] - tolerance) * inverse) + 0.0;
-                hi[a] = std::floor((p[a] + tolerance) * inverse) + 0.0;
-            }
-            double best = tolerance2;
+            grid.reach(p, lo, hi);
+            double best = grid.tolerance2;
             double cell[3];
             for (cell[0] = lo[0]; cell[0] <= hi[0]; cell[0] += 1.0) {
                 for (cell[1] = lo[1]; cell[1] <= hi[1]; cell[1] += 1.0) {
@@ -263,7 +269,7 @@ uint32_t VertexMerger::mergeByCells(std::vector<double> const& coords, double to
         uint32_t const index = static_cast<uint32_t>(next.size());
         merged.insert(merged.end(), p, p + 3);
         double cell[3];
-        cellOf(p, cell);
+        grid.cellOf(p, cell);
         uint64_t const hash = hashCell(cell[0], cell[1], cell[2]);
         size_t slot = probe(hash, cell);
         if (slots[slot].head == EMPTY) {
